@@ -1,0 +1,46 @@
+# Quarrow: the two commands a player or a maintainer needs.
+#   make play   install what is missing, build, start the game
+#   make test   install what is missing, build with sanitizers, run every test headless
+PACKAGES := cmake g++ make pkg-config \
+	libsdl2-dev libglew-dev libgl-dev libpng-dev \
+	libopenal-dev libvorbis-dev libogg-dev \
+	libfreetype-dev libfontconfig-dev fonts-dejavu-core \
+	libcairo2-dev libfluidsynth-dev fluidr3mono-gm-soundfont \
+	libgtest-dev libbenchmark-dev \
+	xvfb xauth sox
+
+JOBS := $(shell nproc)
+SUDO := $(shell [ "$$(id -u)" -eq 0 ] || echo sudo)
+
+.PHONY: play test deps build build-test bench clean
+
+deps:
+	@missing=""; for p in $(PACKAGES); do \
+	  dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q 'install ok installed' || missing="$$missing $$p"; \
+	done; \
+	if [ -n "$$missing" ]; then \
+	  echo "Installing Debian packages:$$missing"; \
+	  $(SUDO) apt-get update -qq && \
+	  DEBIAN_FRONTEND=noninteractive $(SUDO) apt-get install -y -qq --no-install-recommends $$missing; \
+	fi
+
+build: deps
+	cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo
+	cmake --build build -j $(JOBS)
+
+play: build
+	cd build && ./quarrow
+
+build-test: deps
+	cmake -S . -B build-test -DCMAKE_BUILD_TYPE=Debug -DQUARROW_SANITIZE=ON
+	cmake --build build-test -j $(JOBS)
+
+test: build-test
+	cd build-test && ALSOFT_DRIVERS=null \
+	  xvfb-run -a -s "-screen 0 1280x1024x24" ctest --output-on-failure -j $(JOBS) -LE bench
+
+bench: build
+	cd build && xvfb-run -a -s "-screen 0 800x600x24" ctest -V -L bench
+
+clean:
+	rm -rf build build-test

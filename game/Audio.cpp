@@ -1,0 +1,6 @@
+// The sound bank. Silent until the sound systems are built.
+#include "Audio.h"
+
+void AudioMainSystemCreate(void) {}
+void AudioMainSystemRelease(void) {}
+void AudioChannelsSetPaused(bool) {}

@@ -1,0 +1,33 @@
+// VXSeam: the engine's test seams. Tools and tests (never the game) use them
+// to run the real game loop on a virtual clock, to inject input through the
+// same event pump the game reads, and to capture the presented picture.
+//
+// Depends on: VXPlatform, VXGraphics, VXImage.
+#pragma once
+
+#include <vector>
+
+// Every frame then lasts exactly 1/60 s of simulated time and nothing waits.
+// (The virtual counter ticks 60 times a second; the busy wait advances it.)
+void VXSeamUseVirtualClock(bool on);
+
+// Called once per presented frame, after the picture is finished and before
+// it is shown and before the frame's window messages are pumped; frame counts
+// every presented frame since the process started (loading pictures too).
+// Events injected from the hook are seen by the next frame's input sample;
+// a capture made from it returns that frame's picture.
+typedef void (*VXSeamFrameHook)(unsigned long frame, void* user);
+void VXSeamSetFrameHook(VXSeamFrameHook hook, void* user);
+unsigned long VXSeamFramesPresented(void);
+
+// Input, in logical window pixels for the cursor (scaled to screen pixels in
+// full screen, as a real mouse would report them).
+void VXSeamInjectCursor(int x, int y);
+void VXSeamInjectKey(unsigned char vk, bool down);
+void VXSeamInjectClose(void);
+
+// Reads the picture being presented (the back buffer) as RGBA rows, top row
+// first, at the drawable's real size. Valid only inside a frame hook or
+// between drawing and VXGfxEnd.
+bool VXSeamCaptureFrame(std::vector<unsigned char>& rgba, int& width, int& height);
+bool VXSeamCaptureFramePNG(const char* path);
