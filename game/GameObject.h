@@ -1,0 +1,73 @@
+// GameObject: the base record of everything drawn in the game (tiles,
+// monsters, towers, projectiles, the crystal, health bars, pictures and
+// buttons), the per-screen draw context with its sprite-sheet clock, the one
+// draw routine and the one box overlap test.
+//
+// Depends on: VXGraphics (meshes, textures, render state), VXFrameRateController
+// (frame count for the animation clock), VXMtx33/VXVec2 (transform, velocities).
+// Limits: objects are heap-allocated one by one and owned by whoever created
+// them; destruction always goes through the virtual destructor.
+#pragma once
+
+#include "VXGraphics.h"
+#include "VXMtx33.h"
+#include "VXVec2.h"
+
+// World-space axis-aligned box.
+struct BoundingBox {
+    float minX = 0.0f;
+    float minY = 0.0f;
+    float maxX = 0.0f;
+    float maxY = 0.0f;
+};
+
+class GameObject {
+  public:
+    GameObject();
+    // Frees the mesh; subclasses release the textures they loaded first.
+    virtual ~GameObject();
+    // Builds the default white 2 x 2 quad from (-1, -1) to (1, 1).
+    virtual void SetMesh();
+    // Uniform scale s at position (x, y).
+    void SetTransform(float x, float y, float s);
+
+    BoundingBox boundingBox;
+    float tintColor[4] = {1.0f, 1.0f, 1.0f, 1.0f};
+    bool isAttacking = false;
+    VXGfxMesh* pMesh = nullptr;
+    VXGfxTexture* pTexture = nullptr;
+    VXGfxTexture* pTextureAlt = nullptr;
+    VXMtx33 transform;
+
+    GameObject(const GameObject&) = delete;
+    GameObject& operator=(const GameObject&) = delete;
+};
+
+// A screen's draw context: everything a screen draws goes through its own
+// instance, so each screen has its own animation clock.
+struct ObjectList {
+    int animFrame = 0;
+
+    // Draws one object; framesU/framesV are the sprite-sheet frame counts
+    // (1, 1 for static pictures).
+    void DrawObject(GameObject& obj, float framesU, float framesV);
+};
+
+// The six draw contexts of the game.
+extern ObjectList gCreditsObjects;
+extern ObjectList gHowToPlayObjects;
+extern ObjectList gMainMenuObjects;
+extern ObjectList gNextScreenObjects;
+extern ObjectList gOverlayObjects;
+extern ObjectList gLevelObjects;
+
+// True when the two boxes overlap now or would meet within this frame at
+// the given velocities; boxes that only touch overlap. The game always
+// passes zero velocities.
+bool RectsOverlap(const BoundingBox& a, const VXVec2& velA, const BoundingBox& b,
+                  const VXVec2& velB);
+
+// Ends the program the way a failed mesh creation does: the assertion
+// report for "pMesh" with the given function, source line and file names,
+// then "Mesg: fail to create object!!", exit status 1.
+[[noreturn]] void GameObjectMeshFailed(const char* func, const char* file, int line);
