@@ -1,0 +1,13 @@
+// BeachGoblin: the regular monster of level 3. Only its constants and pictures differ from the
+// other kinds; the rules are Monster's.
+//
+// Depends on: Monster. Limits: none of its own.
+#pragma once
+
+#include "Monster.h"
+
+class BeachGoblin : public Monster {
+  public:
+    BeachGoblin();
+    void SetMesh() override;
+};
