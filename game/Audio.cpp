@@ -1,6 +1,492 @@
-// The sound bank. Silent until the sound systems are built.
+// The sound bank on OpenAL Soft and libvorbisfile. See Audio.h for the model.
+//
+// All systems share one output device, opened when the first system asks for
+// drivers and closed when the last initialised system is released. Each
+// system is an OpenAL context; the layer makes a system's context current
+// before touching its sources, so several systems can live side by side.
+// Channels are looked up by their play serial, which is unique for the whole
+// run, so a slot that outlived its play can never steer a newer one.
 #include "Audio.h"
 
-void AudioMainSystemCreate(void) {}
-void AudioMainSystemRelease(void) {}
-void AudioChannelsSetPaused(bool) {}
+#include <AL/al.h>
+#include <AL/alc.h>
+#include <vorbis/vorbisfile.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+namespace {
+
+struct ChannelRecord {
+    ALuint source = 0;
+    unsigned serial = 0; // the play it carries; 0 when none
+    unsigned soundId = 0;
+};
+
+struct SoundRecord {
+    unsigned id = 0;
+    ALuint buffer = 0;
+};
+
+} // namespace
+
+struct SoundSystem {
+    ALCcontext* context = nullptr;
+    bool holdsDevice = false;
+    std::vector<ChannelRecord> channels;
+    std::vector<SoundRecord> sounds;
+};
+
+SoundSystem* gLevelSoundSystem = nullptr;
+SoundSystem* gMenuSoundSystem = nullptr;
+
+Sound gSoundMenuAmbience;
+Sound gSoundAmbience;
+Sound gSoundArrow;
+Sound gSoundFinalWave;
+Sound gSoundWin;
+Sound gSoundLose;
+
+SoundChannel gChannelArrow;
+SoundChannel gChannelAmbience;
+SoundChannel gChannelFinalWave;
+SoundChannel gChannelMenu;
+SoundChannel gChannelLose;
+SoundChannel gChannelWin;
+
+float gMasterVolume = 1.0f;
+bool gMuted = false;
+
+static std::vector<SoundSystem*> sSystems;
+static ALCdevice* sDevice = nullptr;
+static bool sDeviceProbed = false;
+static int sDeviceUsers = 0;
+static unsigned sNextSoundId = 0;
+static unsigned sNextPlaySerial = 0;
+static SoundSystem* sMainSystem = nullptr;
+
+// A decoded sound larger than this is refused: ten minutes of 48 kHz stereo.
+static const size_t kMaxDecodedBytes = size_t(10) * 60 * 48000 * 2 * 2;
+
+static const char* const kErrorTexts[SOUND_RESULT_COUNT] = {
+    "No errors.",
+    "An invalid parameter was passed to this function.",
+    "Not enough memory or resources.",
+    "No sound output device could be opened.",
+    "The sound system has not been initialised.",
+    "The sound system has already been initialised.",
+    "The sound file could not be found or opened.",
+    "The sound file is not a readable OGG Vorbis file.",
+    "An invalid or stale handle was passed to this function.",
+    "The sound output reported an error.",
+};
+
+// Opens the shared output device once; a failure is remembered so that the
+// platform's error chatter is printed only once per run.
+static bool DeviceProbe() {
+    if (sDevice) return true;
+    if (sDeviceProbed) return false;
+    sDeviceProbed = true;
+    sDevice = alcOpenDevice(nullptr);
+    return sDevice != nullptr;
+}
+
+// Closes the device once no system needs it any more.
+static void DeviceReleaseIfUnused() {
+    if (sDevice && sDeviceUsers == 0) {
+        alcMakeContextCurrent(nullptr);
+        alcCloseDevice(sDevice);
+        sDevice = nullptr;
+        sDeviceProbed = false;
+    }
+}
+
+// True when the pointer names a live system.
+static bool SystemIsLive(SoundSystem* system) {
+    return system && std::find(sSystems.begin(), sSystems.end(), system) != sSystems.end();
+}
+
+// Makes the system's context current; false for an uninitialised system.
+static bool UseContext(SoundSystem* system) {
+    if (!system->context) return false;
+    if (alcGetCurrentContext() != system->context) alcMakeContextCurrent(system->context);
+    return true;
+}
+
+// The source state of a channel record (context must be current).
+static ALint SourceState(const ChannelRecord& channel) {
+    ALint state = AL_STOPPED;
+    alGetSourcei(channel.source, AL_SOURCE_STATE, &state);
+    return state;
+}
+
+// Finds the live channel of a play: playing or paused, context made current.
+// A play that has ended is no longer a channel, as with any free channel.
+static ChannelRecord* FindChannel(SoundChannel handle) {
+    if (handle.id == 0) return nullptr;
+    for (SoundSystem* system : sSystems) {
+        for (ChannelRecord& channel : system->channels) {
+            if (channel.serial != handle.id) continue;
+            if (!UseContext(system)) return nullptr;
+            ALint state = SourceState(channel);
+            if (state != AL_PLAYING && state != AL_PAUSED) return nullptr;
+            return &channel;
+        }
+    }
+    return nullptr;
+}
+
+// Decodes a whole OGG file to 16-bit PCM; false for anything unreadable.
+static bool DecodeOgg(const char* path, std::vector<char>& pcm, int& channels, long& rate,
+                      int& result) {
+    FILE* file = std::fopen(path, "rb");
+    if (!file) {
+        result = SOUND_ERR_FILE_NOT_FOUND;
+        return false;
+    }
+    OggVorbis_File vf;
+    if (ov_open_callbacks(file, &vf, nullptr, 0, OV_CALLBACKS_DEFAULT) != 0) {
+        std::fclose(file);
+        result = SOUND_ERR_FILE_BAD;
+        return false;
+    }
+    vorbis_info* info = ov_info(&vf, -1);
+    channels = info ? info->channels : 0;
+    rate = info ? info->rate : 0;
+    result = SOUND_OK;
+    if (channels < 1 || rate < 1000 || rate > 192000) result = SOUND_ERR_FILE_BAD;
+    // Files of more than two channels keep their first two.
+    const int keep = std::min(channels, 2);
+    std::vector<char> block(4096 * 2);
+    int section = 0;
+    while (result == SOUND_OK) {
+        long got = ov_read(&vf, block.data(), 4096, 0, 2, 1, &section);
+        if (got == 0) break;
+        if (got < 0) {
+            // A damaged page inside the stream: keep what was decoded.
+            if (got == OV_HOLE) continue;
+            break;
+        }
+        vorbis_info* linkInfo = ov_info(&vf, section);
+        if (!linkInfo || linkInfo->channels != channels) break; // a chained file changed shape
+        const long frameBytes = 2L * channels;
+        for (long f = 0; f + frameBytes <= got; f += frameBytes)
+            pcm.insert(pcm.end(), block.data() + f, block.data() + f + 2 * keep);
+        if (pcm.size() > kMaxDecodedBytes) result = SOUND_ERR_MEMORY;
+    }
+    ov_clear(&vf); // closes the file
+    channels = keep;
+    if (result == SOUND_OK && pcm.empty()) result = SOUND_ERR_FILE_BAD;
+    return result == SOUND_OK;
+}
+
+// Creates an empty, uninitialised system.
+int SoundSystemCreate(SoundSystem** pSystem) {
+    if (!pSystem) return SOUND_ERR_INVALID_PARAM;
+    *pSystem = new SoundSystem();
+    sSystems.push_back(*pSystem);
+    return SOUND_OK;
+}
+
+// Counts the output devices the system could use: 1 or 0.
+int SoundSystemGetNumDrivers(SoundSystem* system, int* pCount) {
+    if (!SystemIsLive(system) || !pCount) return SOUND_ERR_INVALID_PARAM;
+    *pCount = DeviceProbe() ? 1 : 0;
+    return SOUND_OK;
+}
+
+// Opens the system's context on the shared device with maxChannels sources.
+int SoundSystemInit(SoundSystem* system, int maxChannels) {
+    if (!SystemIsLive(system) || maxChannels < 1 || maxChannels > 1024)
+        return SOUND_ERR_INVALID_PARAM;
+    if (system->context) return SOUND_ERR_INITIALIZED;
+    if (!DeviceProbe()) return SOUND_ERR_NO_OUTPUT;
+    const ALCint attributes[] = {ALC_MONO_SOURCES, maxChannels, ALC_STEREO_SOURCES, maxChannels, 0};
+    ALCcontext* context = alcCreateContext(sDevice, attributes);
+    if (!context) return SOUND_ERR_OUTPUT;
+    alcMakeContextCurrent(context);
+    std::vector<ALuint> sources(maxChannels);
+    alGetError();
+    alGenSources(maxChannels, sources.data());
+    if (alGetError() != AL_NO_ERROR) {
+        alcMakeContextCurrent(nullptr);
+        alcDestroyContext(context);
+        return SOUND_ERR_MEMORY;
+    }
+    system->context = context;
+    system->holdsDevice = true;
+    sDeviceUsers++;
+    for (ALuint source : sources) {
+        ChannelRecord channel;
+        channel.source = source;
+        system->channels.push_back(channel);
+    }
+    return SOUND_OK;
+}
+
+// Mixing runs on OpenAL's own thread; nothing needs doing per frame.
+int SoundSystemUpdate(SoundSystem* system) {
+    if (!SystemIsLive(system)) return SOUND_ERR_INVALID_PARAM;
+    return system->context ? SOUND_OK : SOUND_ERR_UNINITIALIZED;
+}
+
+// Stops everything, frees the system's sounds, sources and context.
+int SoundSystemRelease(SoundSystem* system) {
+    if (!SystemIsLive(system)) return SOUND_ERR_INVALID_PARAM;
+    if (UseContext(system)) {
+        for (ChannelRecord& channel : system->channels) {
+            alSourceStop(channel.source);
+            alSourcei(channel.source, AL_BUFFER, 0);
+            alDeleteSources(1, &channel.source);
+        }
+        for (SoundRecord& sound : system->sounds) alDeleteBuffers(1, &sound.buffer);
+        alcMakeContextCurrent(nullptr);
+        alcDestroyContext(system->context);
+    }
+    if (system->holdsDevice) sDeviceUsers--;
+    sSystems.erase(std::find(sSystems.begin(), sSystems.end(), system));
+    if (sMainSystem == system) sMainSystem = nullptr;
+    delete system;
+    DeviceReleaseIfUnused();
+    return SOUND_OK;
+}
+
+// Decodes the file and uploads it as one buffer of the system.
+int SoundCreate(SoundSystem* system, const char* path, Sound* pSound) {
+    if (!SystemIsLive(system) || !path || !pSound) return SOUND_ERR_INVALID_PARAM;
+    if (!UseContext(system)) return SOUND_ERR_UNINITIALIZED;
+    std::vector<char> pcm;
+    int channels = 0, result = SOUND_OK;
+    long rate = 0;
+    if (!DecodeOgg(path, pcm, channels, rate, result)) return result;
+    UseContext(system); // decoding touches no context, but stay safe
+    SoundRecord sound;
+    alGetError();
+    alGenBuffers(1, &sound.buffer);
+    if (alGetError() != AL_NO_ERROR) return SOUND_ERR_MEMORY;
+    alBufferData(sound.buffer, channels == 2 ? AL_FORMAT_STEREO16 : AL_FORMAT_MONO16, pcm.data(),
+                 ALsizei(pcm.size()), ALsizei(rate));
+    if (alGetError() != AL_NO_ERROR) {
+        alDeleteBuffers(1, &sound.buffer);
+        return SOUND_ERR_MEMORY;
+    }
+    sound.id = ++sNextSoundId;
+    system->sounds.push_back(sound);
+    pSound->id = sound.id;
+    return SOUND_OK;
+}
+
+// Finds the system holding a sound and the sound's record.
+static SoundRecord* FindSound(Sound sound, SoundSystem** pOwner) {
+    if (sound.id == 0) return nullptr;
+    for (SoundSystem* system : sSystems) {
+        for (SoundRecord& record : system->sounds) {
+            if (record.id == sound.id) {
+                *pOwner = system;
+                return &record;
+            }
+        }
+    }
+    return nullptr;
+}
+
+// Stops every channel playing the sound, then frees it.
+int SoundRelease(Sound sound) {
+    SoundSystem* system = nullptr;
+    SoundRecord* record = FindSound(sound, &system);
+    if (!record || !UseContext(system)) return SOUND_ERR_INVALID_HANDLE;
+    for (ChannelRecord& channel : system->channels) {
+        if (channel.soundId != sound.id) continue;
+        alSourceStop(channel.source);
+        alSourcei(channel.source, AL_BUFFER, 0);
+        channel.serial = 0;
+        channel.soundId = 0;
+    }
+    alDeleteBuffers(1, &record->buffer);
+    system->sounds.erase(system->sounds.begin() + (record - system->sounds.data()));
+    return SOUND_OK;
+}
+
+// Starts the sound on a free channel, or on the oldest play when none is free.
+int SoundPlay(SoundSystem* system, Sound sound, bool paused, SoundChannel* pSlot) {
+    if (!SystemIsLive(system) || !pSlot) return SOUND_ERR_INVALID_PARAM;
+    if (!UseContext(system)) return SOUND_ERR_UNINITIALIZED;
+    SoundSystem* owner = nullptr;
+    SoundRecord* record = FindSound(sound, &owner);
+    if (!record || owner != system) return SOUND_ERR_INVALID_HANDLE;
+    ChannelRecord* chosen = nullptr;
+    for (ChannelRecord& channel : system->channels) {
+        ALint state = SourceState(channel);
+        if (state != AL_PLAYING && state != AL_PAUSED) {
+            chosen = &channel;
+            break;
+        }
+        if (!chosen || channel.serial < chosen->serial) chosen = &channel;
+    }
+    alSourceStop(chosen->source);
+    alSourcei(chosen->source, AL_BUFFER, ALint(record->buffer));
+    alSourcei(chosen->source, AL_LOOPING, AL_FALSE);
+    alSourcef(chosen->source, AL_GAIN, 1.0f);
+    alSourcePlay(chosen->source);
+    if (paused) alSourcePause(chosen->source);
+    chosen->serial = ++sNextPlaySerial;
+    chosen->soundId = sound.id;
+    pSlot->id = chosen->serial;
+    return SOUND_OK;
+}
+
+// Loops the play endlessly (or lets it end after the current pass).
+int ChannelSetLooping(SoundChannel handle, bool loop) {
+    ChannelRecord* channel = FindChannel(handle);
+    if (!channel) return SOUND_ERR_INVALID_HANDLE;
+    alSourcei(channel->source, AL_LOOPING, loop ? AL_TRUE : AL_FALSE);
+    return SOUND_OK;
+}
+
+// Sets the channel's gain, clamped to 0 ... 1.
+int ChannelSetVolume(SoundChannel handle, float volume) {
+    ChannelRecord* channel = FindChannel(handle);
+    if (!channel) return SOUND_ERR_INVALID_HANDLE;
+    if (!(volume >= 0.0f)) volume = 0.0f; // also catches NaN
+    alSourcef(channel->source, AL_GAIN, std::min(volume, 1.0f));
+    return SOUND_OK;
+}
+
+// Reads the channel's gain.
+int ChannelGetVolume(SoundChannel handle, float* pVolume) {
+    ChannelRecord* channel = FindChannel(handle);
+    if (!channel || !pVolume) return SOUND_ERR_INVALID_HANDLE;
+    alGetSourcef(channel->source, AL_GAIN, pVolume);
+    return SOUND_OK;
+}
+
+// True while the play runs, paused or not.
+int ChannelIsPlaying(SoundChannel handle, bool* pPlaying) {
+    ChannelRecord* channel = FindChannel(handle);
+    if (!channel || !pPlaying) return SOUND_ERR_INVALID_HANDLE;
+    *pPlaying = true;
+    return SOUND_OK;
+}
+
+// Holds the play where it is, or resumes it from there.
+int ChannelSetPaused(SoundChannel handle, bool paused) {
+    ChannelRecord* channel = FindChannel(handle);
+    if (!channel) return SOUND_ERR_INVALID_HANDLE;
+    ALint state = SourceState(*channel);
+    if (paused && state == AL_PLAYING) alSourcePause(channel->source);
+    if (!paused && state == AL_PAUSED) alSourcePlay(channel->source);
+    return SOUND_OK;
+}
+
+// True while the play is held.
+int ChannelGetPaused(SoundChannel handle, bool* pPaused) {
+    ChannelRecord* channel = FindChannel(handle);
+    if (!channel || !pPaused) return SOUND_ERR_INVALID_HANDLE;
+    *pPaused = SourceState(*channel) == AL_PAUSED;
+    return SOUND_OK;
+}
+
+// Reads the playback position in sample frames.
+int ChannelGetPosition(SoundChannel handle, int* pFrames) {
+    ChannelRecord* channel = FindChannel(handle);
+    if (!channel || !pFrames) return SOUND_ERR_INVALID_HANDLE;
+    ALint offset = 0;
+    alGetSourcei(channel->source, AL_SAMPLE_OFFSET, &offset);
+    *pFrames = offset;
+    return SOUND_OK;
+}
+
+// The text for a result code.
+const char* SoundErrorString(int result) {
+    if (result < 0 || result >= SOUND_RESULT_COUNT) return "Unknown error.";
+    return kErrorTexts[result];
+}
+
+// A sound system that cannot even be created leaves the game nothing to run
+// its sound on: report and stop.
+void CheckSoundResult(int result) {
+    if (result == SOUND_OK) return;
+    std::printf("FMOD error! (%d) %s\n", result, SoundErrorString(result));
+    std::fflush(stdout);
+    std::exit(-1);
+}
+
+// Play, optional loop, then the master volume: the order every caller uses.
+void AudioPlayIntoSlot(SoundSystem* system, Sound sound, SoundChannel* pSlot, bool loop) {
+    SoundPlay(system, sound, false, pSlot);
+    if (loop) ChannelSetLooping(*pSlot, true);
+    ChannelSetVolume(*pSlot, gMasterVolume);
+}
+
+// Restarts a piece of music into its slot once the previous play has ended.
+void AudioKeepPlaying(SoundSystem* system, Sound sound, SoundChannel* pSlot) {
+    bool playing = false;
+    ChannelIsPlaying(*pSlot, &playing);
+    if (!playing) SoundPlay(system, sound, false, pSlot);
+    ChannelSetVolume(*pSlot, gMasterVolume);
+}
+
+// The six slots in the order in which they are treated alike.
+static SoundChannel* const kSlots[6] = {&gChannelArrow, &gChannelAmbience, &gChannelFinalWave,
+                                        &gChannelMenu,  &gChannelLose,     &gChannelWin};
+
+// Applies gMasterVolume to the six slots.
+void AudioChannelsApplyVolume(void) {
+    for (SoundChannel* slot : kSlots) ChannelSetVolume(*slot, gMasterVolume);
+}
+
+// Mute flips one volume for everything, including sounds already playing.
+void AudioToggleMute(void) {
+    gMuted = !gMuted;
+    gMasterVolume = gMuted ? 0.0f : 1.0f;
+    AudioChannelsApplyVolume();
+}
+
+// Pauses or resumes the six slots.
+void AudioChannelsSetPaused(bool paused) {
+    for (SoundChannel* slot : kSlots) ChannelSetPaused(*slot, paused);
+}
+
+// Creates a system and initialises it when there is an output device.
+static SoundSystem* SystemCreateAndInit() {
+    SoundSystem* system = nullptr;
+    CheckSoundResult(SoundSystemCreate(&system));
+    int drivers = 0;
+    SoundSystemGetNumDrivers(system, &drivers);
+    if (drivers >= 1) SoundSystemInit(system, 36);
+    return system;
+}
+
+// The main loop's own system: created at start-up; nothing plays on it.
+void AudioMainSystemCreate(void) {
+    if (!sMainSystem) sMainSystem = SystemCreateAndInit();
+}
+
+// Releases the main loop's system at shutdown.
+void AudioMainSystemRelease(void) {
+    if (sMainSystem) SoundSystemRelease(sMainSystem);
+    sMainSystem = nullptr;
+}
+
+namespace {
+
+// The bank's two systems are made before the program's entry runs and
+// released as the program ends, after the entry has returned.
+struct AudioBankLifetime {
+    AudioBankLifetime() {
+        gLevelSoundSystem = SystemCreateAndInit();
+        gMenuSoundSystem = SystemCreateAndInit();
+    }
+    ~AudioBankLifetime() {
+        AudioMainSystemRelease();
+        SoundSystemRelease(gLevelSoundSystem);
+        SoundSystemRelease(gMenuSoundSystem);
+        gLevelSoundSystem = gMenuSoundSystem = nullptr;
+    }
+};
+
+AudioBankLifetime sBankLifetime;
+
+} // namespace

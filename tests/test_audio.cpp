@@ -1,0 +1,440 @@
+// The sound bank on OpenAL's null output (set for every test), plus three
+// child runs of this program under other outputs: the wave writer (the mix
+// really carries the sound), no device at all, and the fatal error report.
+#include "Audio.h"
+#include "TestSupport.h"
+
+#include <gtest/gtest.h>
+#include <vorbis/vorbisenc.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+// A fresh folder for one test's files, removed with everything in it.
+struct ScratchDir {
+    std::string path;
+    ScratchDir() {
+        char pattern[] = "/tmp/quarrow-audio-XXXXXX";
+        const char* dir = mkdtemp(pattern);
+        path = dir ? dir : "/tmp/quarrow-audio-fallback";
+    }
+    ~ScratchDir() { std::filesystem::remove_all(path); }
+    operator const std::string&() const { return path; }
+};
+
+// Writes page by page what the Ogg stream has ready.
+void WritePages(ogg_stream_state& os, FILE* file, bool flush) {
+    ogg_page page;
+    while (flush ? ogg_stream_flush(&os, &page) : ogg_stream_pageout(&os, &page)) {
+        std::fwrite(page.header, 1, page.header_len, file);
+        std::fwrite(page.body, 1, page.body_len, file);
+    }
+}
+
+// Encodes a 440 Hz tone of the given length and peak into an OGG file.
+bool WriteToneOgg(const std::string& path, float seconds, int channels, float peak) {
+    const int rate = 22050;
+    FILE* file = std::fopen(path.c_str(), "wb");
+    if (!file) return false;
+    vorbis_info vi;
+    vorbis_info_init(&vi);
+    vorbis_encode_init_vbr(&vi, channels, rate, 0.4f);
+    vorbis_comment vc;
+    vorbis_comment_init(&vc);
+    vorbis_dsp_state vd;
+    vorbis_analysis_init(&vd, &vi);
+    vorbis_block vb;
+    vorbis_block_init(&vd, &vb);
+    ogg_stream_state os;
+    ogg_stream_init(&os, 7);
+    ogg_packet header, comment, code;
+    vorbis_analysis_headerout(&vd, &vc, &header, &comment, &code);
+    ogg_stream_packetin(&os, &header);
+    ogg_stream_packetin(&os, &comment);
+    ogg_stream_packetin(&os, &code);
+    WritePages(os, file, true);
+    const int total = int(seconds * rate);
+    for (int done = 0; done <= total; done += 1024) {
+        const int n = std::min(1024, total - done);
+        if (n > 0) {
+            float** buffer = vorbis_analysis_buffer(&vd, n);
+            for (int i = 0; i < n; i++)
+                for (int c = 0; c < channels; c++)
+                    buffer[c][i] = peak * float(std::sin(2.0 * M_PI * 440.0 * (done + i) / rate));
+        }
+        vorbis_analysis_wrote(&vd, n > 0 ? n : 0);
+        while (vorbis_analysis_blockout(&vd, &vb) == 1) {
+            vorbis_analysis(&vb, nullptr);
+            vorbis_bitrate_addblock(&vb);
+            ogg_packet packet;
+            while (vorbis_bitrate_flushpacket(&vd, &packet)) {
+                ogg_stream_packetin(&os, &packet);
+                WritePages(os, file, false);
+            }
+        }
+    }
+    WritePages(os, file, true);
+    ogg_stream_clear(&os);
+    vorbis_block_clear(&vb);
+    vorbis_dsp_clear(&vd);
+    vorbis_comment_clear(&vc);
+    vorbis_info_clear(&vi);
+    std::fclose(file);
+    return true;
+}
+
+// Creates a tone sound on the level system.
+Sound MakeTone(const std::string& dir, const char* name, float seconds) {
+    const std::string path = dir + "/" + name;
+    EXPECT_TRUE(WriteToneOgg(path, seconds, 2, 0.5f));
+    Sound sound;
+    EXPECT_EQ(SOUND_OK, SoundCreate(gLevelSoundSystem, path.c_str(), &sound));
+    return sound;
+}
+
+bool Playing(SoundChannel channel) {
+    bool playing = false;
+    ChannelIsPlaying(channel, &playing);
+    return playing;
+}
+
+float Volume(SoundChannel channel) {
+    float volume = -1.0f;
+    ChannelGetVolume(channel, &volume);
+    return volume;
+}
+
+void WaitMs(int ms) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(ms));
+}
+
+// Runs one child test of this program with extra environment settings.
+int RunChild(const std::string& filter, const std::string& env, std::string& output) {
+    char self[4096] = {};
+    ssize_t n = readlink("/proc/self/exe", self, sizeof self - 1);
+    if (n <= 0) return -1000;
+    return TestRunCommand("QUARROW_AUDIO_CHILD=1 " + env + " '" + std::string(self, size_t(n)) +
+                              "' --gtest_filter=" + filter + " 2>&1",
+                          output);
+}
+
+bool IsChild() {
+    return std::getenv("QUARROW_AUDIO_CHILD") != nullptr;
+}
+
+} // namespace
+
+TEST(Audio, BankSystemsPlayBeforeAnythingElseRuns) {
+    ASSERT_NE(nullptr, gLevelSoundSystem);
+    ASSERT_NE(nullptr, gMenuSoundSystem);
+    const ScratchDir scratch;
+    const std::string& dir = scratch.path;
+    ASSERT_TRUE(WriteToneOgg(dir + "/menu.ogg", 1.0f, 1, 0.5f));
+    Sound menu;
+    ASSERT_EQ(SOUND_OK, SoundCreate(gMenuSoundSystem, (dir + "/menu.ogg").c_str(), &menu));
+    AudioPlayIntoSlot(gMenuSoundSystem, menu, &gChannelMenu, true);
+    EXPECT_TRUE(Playing(gChannelMenu));
+    // A sound belongs to the system it was made on.
+    SoundChannel other;
+    EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, SoundPlay(gLevelSoundSystem, menu, false, &other));
+    EXPECT_EQ(SOUND_OK, SoundRelease(menu));
+}
+
+TEST(Audio, UnreadableFilesGiveNoSoundAndNoCrash) {
+    const ScratchDir scratch;
+    const std::string& dir = scratch.path;
+    std::string valid = dir + "/valid.ogg";
+    ASSERT_TRUE(WriteToneOgg(valid, 20.0f, 2, 0.5f)); // long enough for many pages
+    std::ifstream in(valid, std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(in)), {});
+    struct Case {
+        const char* name;
+        std::string content;
+        int expected;
+    } cases[] = {
+        {"empty file", "", SOUND_ERR_FILE_BAD},
+        {"text", "not a sound at all\n", SOUND_ERR_FILE_BAD},
+        {"headers cut short", bytes.substr(0, 60), SOUND_ERR_FILE_BAD},
+        {"binary noise", std::string(5000, '\xA7'), SOUND_ERR_FILE_BAD},
+    };
+    for (const Case& c : cases) {
+        std::ofstream(dir + "/bad.ogg", std::ios::binary) << c.content;
+        Sound sound;
+        EXPECT_EQ(c.expected, SoundCreate(gLevelSoundSystem, (dir + "/bad.ogg").c_str(), &sound))
+            << c.name;
+        EXPECT_EQ(0u, sound.id) << c.name;
+    }
+    Sound missing;
+    EXPECT_EQ(SOUND_ERR_FILE_NOT_FOUND,
+              SoundCreate(gLevelSoundSystem, (dir + "/none.ogg").c_str(), &missing));
+    // A file cut in the middle of its audio still plays what it holds.
+    std::ofstream(dir + "/half.ogg", std::ios::binary) << bytes.substr(0, bytes.size() / 2);
+    Sound half;
+    EXPECT_EQ(SOUND_OK, SoundCreate(gLevelSoundSystem, (dir + "/half.ogg").c_str(), &half));
+    SoundRelease(half);
+}
+
+TEST(Audio, NewArrowPlaysBesideTheOldOneAndTheSlotNamesTheNewest) {
+    Sound arrow = MakeTone(ScratchDir(), "arrow.ogg", 2.0f);
+    gMasterVolume = 1.0f;
+    AudioPlayIntoSlot(gLevelSoundSystem, arrow, &gChannelArrow, false);
+    SoundChannel first = gChannelArrow;
+    AudioPlayIntoSlot(gLevelSoundSystem, arrow, &gChannelArrow, false);
+    EXPECT_NE(first.id, gChannelArrow.id);
+    EXPECT_TRUE(Playing(first));
+    EXPECT_TRUE(Playing(gChannelArrow));
+    // Pause and volume through the slot reach only the newest arrow.
+    AudioChannelsSetPaused(true);
+    ChannelSetVolume(gChannelArrow, 0.25f);
+    bool paused = false;
+    ChannelGetPaused(gChannelArrow, &paused);
+    EXPECT_TRUE(paused);
+    ChannelGetPaused(first, &paused);
+    EXPECT_FALSE(paused);
+    EXPECT_FLOAT_EQ(0.25f, Volume(gChannelArrow));
+    EXPECT_FLOAT_EQ(1.0f, Volume(first));
+    // Release stops every channel of the sound; the slots go stale.
+    EXPECT_EQ(SOUND_OK, SoundRelease(arrow));
+    EXPECT_FALSE(Playing(first));
+    EXPECT_FALSE(Playing(gChannelArrow));
+    EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, ChannelSetVolume(gChannelArrow, 1.0f));
+    EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, SoundRelease(arrow));
+    EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, SoundPlay(gLevelSoundSystem, arrow, false, &first));
+}
+
+TEST(Audio, PauseHoldsThePlaceAndResumeGoesOn) {
+    Sound music = MakeTone(ScratchDir(), "music.ogg", 3.0f);
+    AudioPlayIntoSlot(gLevelSoundSystem, music, &gChannelFinalWave, false);
+    WaitMs(100);
+    AudioChannelsSetPaused(true);
+    int before = 0, held = 0, after = 0;
+    ChannelGetPosition(gChannelFinalWave, &before);
+    WaitMs(200);
+    ChannelGetPosition(gChannelFinalWave, &held);
+    EXPECT_EQ(before, held);
+    EXPECT_TRUE(Playing(gChannelFinalWave)) << "a paused channel still counts as playing";
+    AudioChannelsSetPaused(false);
+    WaitMs(200);
+    ChannelGetPosition(gChannelFinalWave, &after);
+    EXPECT_GT(after, held);
+    SoundRelease(music);
+}
+
+TEST(Audio, LoopModeSetAfterPlayKeepsAShortSoundGoing) {
+    Sound blip = MakeTone(ScratchDir(), "blip.ogg", 0.1f);
+    SoundChannel looped, once;
+    AudioPlayIntoSlot(gLevelSoundSystem, blip, &looped, true);
+    AudioPlayIntoSlot(gLevelSoundSystem, blip, &once, false);
+    WaitMs(400);
+    EXPECT_TRUE(Playing(looped));
+    EXPECT_FALSE(Playing(once));
+    // An ended play is a free channel: calls on it do nothing.
+    EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, ChannelSetPaused(once, true));
+    // Music kept going restarts only when its slot has gone quiet.
+    SoundChannel kept = looped;
+    AudioKeepPlaying(gLevelSoundSystem, blip, &kept);
+    EXPECT_EQ(looped.id, kept.id);
+    kept = once;
+    AudioKeepPlaying(gLevelSoundSystem, blip, &kept);
+    EXPECT_NE(once.id, kept.id);
+    EXPECT_TRUE(Playing(kept));
+    SoundRelease(blip);
+}
+
+TEST(Audio, MuteSilencesThePlayingSlotsAndEveryLaterPlay) {
+    Sound ambience = MakeTone(ScratchDir(), "amb.ogg", 2.0f);
+    gMuted = false;
+    gMasterVolume = 1.0f;
+    AudioPlayIntoSlot(gLevelSoundSystem, ambience, &gChannelAmbience, true);
+    AudioToggleMute();
+    EXPECT_TRUE(gMuted);
+    EXPECT_EQ(0.0f, gMasterVolume);
+    EXPECT_EQ(0.0f, Volume(gChannelAmbience));
+    AudioPlayIntoSlot(gLevelSoundSystem, ambience, &gChannelWin, false);
+    EXPECT_EQ(0.0f, Volume(gChannelWin));
+    AudioToggleMute();
+    EXPECT_EQ(1.0f, Volume(gChannelAmbience));
+    EXPECT_EQ(1.0f, Volume(gChannelWin));
+    SoundRelease(ambience);
+}
+
+TEST(Audio, ThirtySeventhPlayTakesOverTheOldestChannel) {
+    Sound tone = MakeTone(ScratchDir(), "tone.ogg", 2.0f);
+    std::vector<SoundChannel> plays(37);
+    for (SoundChannel& play : plays) SoundPlay(gLevelSoundSystem, tone, false, &play);
+    EXPECT_FALSE(Playing(plays[0]));
+    for (int i = 1; i < 37; i++) EXPECT_TRUE(Playing(plays[i])) << "play " << i;
+    SoundRelease(tone);
+}
+
+TEST(Audio, EmptySlotsAndBadArgumentsDoNothing) {
+    SoundChannel empty;
+    bool flag = false;
+    float volume = 0.5f;
+    EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, ChannelIsPlaying(empty, &flag));
+    EXPECT_FALSE(flag);
+    EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, ChannelSetPaused(empty, true));
+    EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, ChannelSetLooping(empty, true));
+    EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, ChannelGetVolume(empty, &volume));
+    EXPECT_EQ(0.5f, volume);
+    EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, SoundRelease(Sound()));
+    EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, SoundPlay(gLevelSoundSystem, Sound(), false, &empty));
+    EXPECT_EQ(SOUND_ERR_INVALID_PARAM, SoundPlay(nullptr, Sound(), false, &empty));
+    EXPECT_EQ(0u, empty.id);
+    CheckSoundResult(SOUND_OK); // returns
+    // The main loop's own system comes and goes without touching the bank.
+    AudioMainSystemCreate();
+    AudioMainSystemRelease();
+    EXPECT_EQ(SOUND_OK, SoundSystemUpdate(gLevelSoundSystem));
+}
+
+// ---- Runs under other outputs, each in a child process ----
+
+namespace {
+
+// Reads a wave file of 32-bit floats or 16-bit integers; returns the peak.
+float WavePeak(const std::string& path, size_t& frames) {
+    std::ifstream in(path, std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(in)), {});
+    frames = 0;
+    size_t at = 12;
+    int channels = 1, bits = 16;
+    float peak = 0.0f;
+    while (at + 8 <= bytes.size()) {
+        uint32_t size = 0;
+        std::memcpy(&size, &bytes[at + 4], 4);
+        const std::string id = bytes.substr(at, 4);
+        at += 8;
+        if (id == "fmt " && at + 16 <= bytes.size()) {
+            channels = (unsigned char)bytes[at + 2];
+            bits = (unsigned char)bytes[at + 14];
+        } else if (id == "data") {
+            // A writer cut off before closing leaves the size unset: read to the end.
+            const size_t end = (size == 0 || size == 0xFFFFFFFFu || at + size > bytes.size())
+                                   ? bytes.size()
+                                   : at + size;
+            const size_t step = bits / 8;
+            for (size_t p = at; p + step <= end; p += step) {
+                float v = 0.0f;
+                if (bits == 32) { // the wave writer's float samples
+                    std::memcpy(&v, &bytes[p], 4);
+                } else if (bits == 16) {
+                    int16_t s = 0;
+                    std::memcpy(&s, &bytes[p], 2);
+                    v = s / 32768.0f;
+                }
+                peak = std::max(peak, std::fabs(v));
+            }
+            frames = (end - at) / step / size_t(channels);
+            break;
+        }
+        at += size + (size & 1);
+    }
+    return peak;
+}
+
+} // namespace
+
+TEST(AudioChild, PlayToneForWaveOutput) {
+    if (!IsChild()) GTEST_SKIP() << "run by AudioOutput tests";
+    gMasterVolume = float(std::atof(std::getenv("QUARROW_VOLUME")));
+    Sound tone = MakeTone(ScratchDir(), "wave.ogg", 0.5f);
+    AudioPlayIntoSlot(gLevelSoundSystem, tone, &gChannelArrow, false);
+    if (std::getenv("QUARROW_PAUSE")) AudioChannelsSetPaused(true);
+    WaitMs(800);
+    SoundRelease(tone);
+}
+
+TEST(AudioOutput, PlayedSoundReachesTheMix) {
+    struct Case {
+        const char* name;
+        const char* env;
+        bool audible;
+    } cases[] = {
+        {"full volume is heard", "QUARROW_VOLUME=1", true},
+        {"muted play is silent", "QUARROW_VOLUME=0", false},
+        {"paused play is silent", "QUARROW_VOLUME=1 QUARROW_PAUSE=1", false},
+    };
+    for (const Case& c : cases) {
+        const ScratchDir scratch;
+        const std::string& dir = scratch.path;
+        std::ofstream(dir + "/alsoft.conf") << "[wave]\nfile = " << dir << "/mix.wav\n";
+        std::string output;
+        int status = RunChild("AudioChild.PlayToneForWaveOutput",
+                              std::string(c.env) + " ALSOFT_DRIVERS=wave ALSOFT_CONF=" + dir +
+                                  "/alsoft.conf",
+                              output);
+        ASSERT_EQ(0, status) << c.name << "\n" << output;
+        size_t frames = 0;
+        float peak = WavePeak(dir + "/mix.wav", frames);
+        EXPECT_GT(frames, 22050u) << c.name << ": the mix should run for the child's 0.8 s";
+        if (c.audible)
+            EXPECT_GT(peak, 0.1f) << c.name;
+        else
+            EXPECT_EQ(0.0f, peak) << c.name;
+    }
+}
+
+TEST(AudioChild, RunWithoutDevice) {
+    if (!IsChild()) GTEST_SKIP() << "run by AudioOutput tests";
+    ASSERT_NE(nullptr, gLevelSoundSystem);
+    int drivers = -1;
+    SoundSystemGetNumDrivers(gLevelSoundSystem, &drivers);
+    EXPECT_EQ(0, drivers);
+    const ScratchDir scratch;
+    const std::string& dir = scratch.path;
+    WriteToneOgg(dir + "/t.ogg", 0.2f, 1, 0.5f);
+    Sound sound;
+    EXPECT_EQ(SOUND_ERR_UNINITIALIZED,
+              SoundCreate(gLevelSoundSystem, (dir + "/t.ogg").c_str(), &sound));
+    AudioMainSystemCreate();
+    AudioPlayIntoSlot(gLevelSoundSystem, sound, &gChannelAmbience, true);
+    AudioKeepPlaying(gLevelSoundSystem, sound, &gChannelWin);
+    AudioToggleMute();
+    AudioChannelsSetPaused(true);
+    EXPECT_EQ(SOUND_ERR_UNINITIALIZED, SoundSystemUpdate(gLevelSoundSystem));
+    EXPECT_FALSE(Playing(gChannelAmbience));
+    AudioMainSystemRelease();
+    std::printf("silent run finished\n");
+}
+
+TEST(AudioOutput, NoDeviceRunsSilentToTheEnd) {
+    std::string output;
+    int status = RunChild("AudioChild.RunWithoutDevice", "ALSOFT_DRIVERS=nonexistent", output);
+    EXPECT_EQ(0, status) << output;
+    EXPECT_NE(std::string::npos, output.find("silent run finished")) << output;
+}
+
+TEST(AudioChild, ReportError) {
+    if (!IsChild()) GTEST_SKIP() << "run by AudioOutput tests";
+    CheckSoundResult(std::atoi(std::getenv("QUARROW_RESULT")));
+}
+
+TEST(AudioOutput, FailedResultEndsTheProgramWithItsText) {
+    struct Case {
+        const char* result;
+        const char* line;
+    } cases[] = {
+        {"3", "FMOD error! (3) No sound output device could be opened.\n"},
+        {"96", "FMOD error! (96) Unknown error.\n"},
+        {"-2", "FMOD error! (-2) Unknown error.\n"},
+    };
+    for (const Case& c : cases) {
+        std::string output;
+        int status =
+            RunChild("AudioChild.ReportError", std::string("QUARROW_RESULT=") + c.result, output);
+        EXPECT_EQ(255, status) << c.result; // exit(-1)
+        EXPECT_NE(std::string::npos, output.find(c.line)) << output;
+    }
+}
