@@ -38,7 +38,7 @@ struct VXGfxVertexList {
 };
 
 struct VXGfxMesh {
-    unsigned* pBuffers;    // three buffer names: positions, colours, texture coordinates
+    unsigned* pBuffers; // three buffer names: positions, colours, texture coordinates
     unsigned vertexCount;
 };
 
@@ -109,11 +109,11 @@ void VXGfxLine(float x0, float y0, float z0, float r0, float g0, float b0, float
 void VXGfxAxis(float scale);
 unsigned VXGfxColInterp(unsigned c0, unsigned c1, float t);
 void VXGfxPoint(float x, float y, float z, unsigned c);
-void VXGfxTri(float x0, float y0, float z0, unsigned c0, float x1, float y1, float z1,
-              unsigned c1, float x2, float y2, float z2, unsigned c2);
-void VXGfxQuad(float x0, float y0, float z0, unsigned c0, float x1, float y1, float z1,
-               unsigned c1, float x2, float y2, float z2, unsigned c2, float x3, float y3,
-               float z3, unsigned c3);
+void VXGfxTri(float x0, float y0, float z0, unsigned c0, float x1, float y1, float z1, unsigned c1,
+              float x2, float y2, float z2, unsigned c2);
+void VXGfxQuad(float x0, float y0, float z0, unsigned c0, float x1, float y1, float z1, unsigned c1,
+               float x2, float y2, float z2, unsigned c2, float x3, float y3, float z3,
+               unsigned c3);
 void VXGfxBox(float x, float y, float z, float sx, float sy, float sz, unsigned c);
 void VXGfxSphere(float x, float y, float z, float radius, unsigned c0, unsigned c1,
                  unsigned slices);

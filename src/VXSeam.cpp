@@ -1,0 +1,93 @@
+// VXSeam: the engine's test seams. The virtual clock, input injected through
+// the platform's own event queue, and reading back the finished picture.
+// Nothing in the game uses these; the driver tool and the tests do.
+//
+// Depends on: VXPlatform (clock table, event queue), VXGraphics, VXImage.
+#include "VXSeam.h"
+
+#include <GL/glew.h>
+
+#include <algorithm>
+#include <cstdint>
+
+#include "VXGraphics.h"
+#include "VXGraphicsInternal.h"
+#include "VXImage.h"
+#include "VXPlatform.h"
+#include "VXSystem.h"
+
+namespace {
+
+// The virtual counter ticks 60 times a second, so one tick is one frame:
+// the frame-rate controller's wait advances it by exactly one frame.
+uint64_t sVirtualNow = 1;
+uint64_t VirtualCounter(void) {
+    return sVirtualNow;
+}
+uint64_t VirtualFrequency(void) {
+    return 60;
+}
+void VirtualSpin(void) {
+    ++sVirtualNow;
+}
+const VXPlatformClock kVirtualClock = {VirtualCounter, VirtualFrequency, VirtualSpin};
+
+VXSeamFrameHook sHook = nullptr;
+void* sHookUser = nullptr;
+unsigned long sFramesPresented = 0;
+
+} // namespace
+
+void VXSeamUseVirtualClock(bool on) {
+    gVXPlatformClock = on ? kVirtualClock : gVXPlatformRealClock;
+}
+
+void VXSeamSetFrameHook(VXSeamFrameHook hook, void* user) {
+    sHook = hook;
+    sHookUser = user;
+}
+
+unsigned long VXSeamFramesPresented(void) {
+    return sFramesPresented;
+}
+
+void VXSeamFrameFinished(void) {
+    if (sHook) sHook(sFramesPresented, sHookUser);
+    ++sFramesPresented;
+}
+
+void VXSeamInjectCursor(int x, int y) {
+    VXPlatformPushCursor((int)((float)x * gVXWinScaleX), (int)((float)y * gVXWinScaleY));
+}
+
+void VXSeamInjectKey(unsigned char vk, bool down) {
+    VXPlatformPushKey(vk, down);
+}
+
+void VXSeamInjectClose(void) {
+    VXPlatformPushClose();
+}
+
+bool VXSeamCaptureFrame(std::vector<unsigned char>& rgba, int& width, int& height) {
+    // The whole drawable: the logical window scaled to the screen in full screen.
+    width = (int)((float)VXGetWindowWidth() * gVXWinScaleX);
+    height = (int)((float)VXGetWindowHeight() * gVXWinScaleY);
+    if (width <= 0 || height <= 0) return false;
+    std::vector<unsigned char> bottomUp((size_t)width * height * 4);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadBuffer(GL_BACK);
+    glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, bottomUp.data());
+    rgba.resize(bottomUp.size());
+    size_t stride = (size_t)width * 4;
+    for (int y = 0; y < height; ++y)
+        std::copy_n(&bottomUp[(size_t)(height - 1 - y) * stride], stride,
+                    &rgba[(size_t)y * stride]);
+    return glGetError() == GL_NO_ERROR;
+}
+
+bool VXSeamCaptureFramePNG(const char* path) {
+    std::vector<unsigned char> rgba;
+    int width, height;
+    if (!VXSeamCaptureFrame(rgba, width, height)) return false;
+    return VXImageWritePNGFile(path, rgba.data(), width, height);
+}

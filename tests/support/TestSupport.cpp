@@ -1,0 +1,80 @@
+// Shared helpers for the test programs.
+#include "TestSupport.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "VXGraphics.h"
+#include "VXSeam.h"
+#include "VXSystem.h"
+
+void TestEngineStart() {
+    if (chdir(QUARROW_BINARY_DIR) != 0) std::perror("chdir");
+    VXSeamUseVirtualClock(true);
+    VXSysInit(nullptr, 0, 800, 600, 0, 60, nullptr);
+    VXGfxSetBackgroundColor(0.0f, 0.0f, 0.0f);
+    VXSysReset();
+}
+
+void TestEngineStop() {
+    VXSysExit();
+    VXSeamUseVirtualClock(false);
+    VXSeamSetFrameHook(nullptr, nullptr);
+}
+
+std::vector<unsigned char> TestReadFrame(int& width, int& height) {
+    std::vector<unsigned char> rgba;
+    VXSeamCaptureFrame(rgba, width, height);
+    return rgba;
+}
+
+TestRgba TestPixelAtWorld(const std::vector<unsigned char>& rgba, int width, int height, float x,
+                          float y) {
+    // World (x, y) on the 800 x 600 logical window, stretched to the drawable.
+    int px = (int)((x + 400.0f) * (float)width / 800.0f);
+    int py = (int)((300.0f - y) * (float)height / 600.0f);
+    if (px < 0 || py < 0 || px >= width || py >= height) return TestRgba{-1, -1, -1, -1};
+    const unsigned char* p = &rgba[((size_t)py * width + px) * 4];
+    return TestRgba{p[0], p[1], p[2], p[3]};
+}
+
+bool TestNear(TestRgba a, TestRgba b, int tolerance) {
+    return std::abs(a.r - b.r) <= tolerance && std::abs(a.g - b.g) <= tolerance &&
+           std::abs(a.b - b.b) <= tolerance;
+}
+
+std::string TestDescribe(TestRgba c) {
+    char text[64];
+    std::snprintf(text, sizeof text, "(%d, %d, %d, %d)", c.r, c.g, c.b, c.a);
+    return text;
+}
+
+int TestRunCommand(const std::string& command, std::string& output) {
+    output.clear();
+    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+    if (!pipe) return -1;
+    char buffer[4096];
+    size_t n;
+    while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) output.append(buffer, n);
+    int status = pclose(pipe);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+std::string TestBinaryDir() {
+    return QUARROW_BINARY_DIR;
+}
+std::string TestResourcesDir() {
+    return std::string(QUARROW_BINARY_DIR) + "/Resources";
+}
+std::string TestSourceDir() {
+    return QUARROW_SOURCE_DIR;
+}
+std::string TestDriverPath() {
+    return QUARROW_DRIVER;
+}
+std::string TestGamePath() {
+    return QUARROW_GAME;
+}
