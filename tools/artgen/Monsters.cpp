@@ -1,0 +1,417 @@
+// Monsters: the walk and attack sheets of the eight monster kinds.
+//
+// Each cell is a complete pose drawn in a 100 x 100 box, facing left (the game
+// mirrors a monster that walks right). The game shows step k of its clock in
+// cell (k mod columns, k mod rows) and may jump between steps, so each pose is
+// a gentle variation of the last: a bob, a stride, a swing.
+//
+// Depends on: Art, Draw. Limits: poses are phases of one cycle, not key frames.
+#include "Art.h"
+
+#include <cmath>
+#include <functional>
+
+namespace {
+
+constexpr double kTau = 2 * M_PI;
+
+// How a goblin-like kind looks.
+struct GoblinLook {
+    Rgb skin, cloth, trim;
+    int hat;    // 0 none, 1 gold crown, 2 straw hat, 3 shell crown
+    int weapon; // 0 club, 1 trident
+    bool cape;
+    double bulk; // 1 for regulars, more for kings
+};
+
+// Draws one goblin pose; swing is the weapon angle in radians (0 = resting).
+void Goblin(cairo_t* cr, const GoblinLook& g, double phase, double swing) {
+    const double s = std::sin(kTau * phase);
+    const double bob = -3.0 * std::fabs(std::cos(kTau * phase));
+    const double rim = 2.6;
+    const Rgb skinDark = Shade(g.skin, 0.7);
+    const Rgb clothDark = Shade(g.cloth, 0.65);
+    const double b = g.bulk;
+
+    // Soft ground shadow.
+    Ellipse(cr, 50, 94, 24 * b, 4);
+    SetRgb(cr, {0, 0, 0}, 0.25);
+    cairo_fill(cr);
+
+    // Cape behind everything.
+    if (g.cape) {
+        cairo_move_to(cr, 48, 44 + bob);
+        cairo_curve_to(cr, 70, 46 + bob, 80 + 3 * s, 70, 78 + 4 * s, 88);
+        cairo_line_to(cr, 52, 86);
+        cairo_close_path(cr);
+        FillOutlined(cr, Pal::kRed, Shade(Pal::kRed, 0.55), 44, 88, rim);
+    }
+
+    // Legs: back leg first, stride opposite to the front one.
+    for (int leg = 0; leg < 2; ++leg) {
+        double a = (leg == 0 ? -1 : 1) * 0.45 * s;
+        double hx = 50 + (leg == 0 ? 4 : -3), hy = 70 + bob;
+        double fx = hx + 18 * std::sin(a), fy = hy + 18 * std::cos(a);
+        Rgb c = leg == 0 ? clothDark : Shade(g.cloth, 0.8);
+        InkLine(cr, hx, hy, fx, fy, 8 * b, c, rim);
+        Ellipse(cr, fx - 3, fy + 2, 6.5, 3.8);
+        FillFlat(cr, Pal::kWoodDark, rim * 0.8);
+    }
+
+    // Back arm swings against the front leg.
+    InkLine(cr, 58, 52 + bob, 62 - 8 * s, 68 + bob, 6 * b, skinDark, rim);
+
+    // Body: a round tunic with a belt.
+    Ellipse(cr, 52, 60 + bob, 15 * b, 15);
+    FillOutlined(cr, Shade(g.cloth, 1.15), clothDark, 45 + bob, 75 + bob, rim);
+    cairo_rectangle(cr, 52 - 14 * b, 63 + bob, 28 * b, 4.5);
+    FillFlat(cr, Pal::kWoodDark, 1.2);
+    Ellipse(cr, 46, 65 + bob, 3, 2.6);
+    FillFlat(cr, g.trim, 1.0);
+
+    // Head: big round face, pointed ears, long nose to the left.
+    const double hx = 42, hy = 34 + bob;
+    // Back ear.
+    cairo_move_to(cr, hx + 12, hy - 4);
+    cairo_line_to(cr, hx + 32, hy - 14 + s);
+    cairo_line_to(cr, hx + 15, hy + 6);
+    cairo_close_path(cr);
+    FillOutlined(cr, g.skin, skinDark, hy - 14, hy + 6, rim);
+    Ellipse(cr, hx, hy, 17, 15);
+    FillOutlined(cr, Shade(g.skin, 1.2), skinDark, hy - 15, hy + 15, rim);
+    // Front ear.
+    cairo_move_to(cr, hx - 6, hy - 8);
+    cairo_line_to(cr, hx - 16, hy - 24 - s);
+    cairo_line_to(cr, hx + 2, hy - 12);
+    cairo_close_path(cr);
+    FillOutlined(cr, g.skin, skinDark, hy - 24, hy - 8, rim);
+    // Nose.
+    cairo_move_to(cr, hx - 10, hy - 2);
+    cairo_curve_to(cr, hx - 22, hy, hx - 24, hy + 5, hx - 20, hy + 6);
+    cairo_curve_to(cr, hx - 16, hy + 6, hx - 12, hy + 4, hx - 9, hy + 3);
+    FillOutlined(cr, g.skin, skinDark, hy - 2, hy + 6, rim * 0.8);
+    // Eye with a bright pupil looking ahead.
+    Ellipse(cr, hx - 5, hy - 4, 4.6, 5);
+    FillFlat(cr, Pal::kCream, 1.6);
+    Ellipse(cr, hx - 7, hy - 4, 2.2, 2.8);
+    FillFlat(cr, Pal::kInk, 0);
+    // Grin with one tooth.
+    cairo_move_to(cr, hx - 12, hy + 8);
+    cairo_curve_to(cr, hx - 8, hy + 12, hx, hy + 12, hx + 4, hy + 8);
+    SetRgb(cr, Pal::kInk);
+    cairo_set_line_width(cr, 1.8);
+    cairo_stroke(cr);
+    cairo_move_to(cr, hx - 6, hy + 10);
+    cairo_line_to(cr, hx - 4, hy + 14);
+    cairo_line_to(cr, hx - 2, hy + 10.5);
+    FillFlat(cr, Pal::kCream, 1.0);
+
+    // Headgear.
+    if (g.hat == 1 || g.hat == 3) {
+        Rgb c = g.hat == 1 ? Pal::kGold : Hex(0xf4c7b0);
+        cairo_move_to(cr, hx - 12, hy - 10);
+        for (int i = 0; i <= 4; ++i) {
+            double x = hx - 12 + i * 6;
+            cairo_line_to(cr, x, hy - (i % 2 == 0 ? 26 : 18));
+        }
+        cairo_line_to(cr, hx + 12, hy - 10);
+        cairo_close_path(cr);
+        FillOutlined(cr, Shade(c, 1.2), Shade(c, 0.7), hy - 26, hy - 10, rim);
+        Ellipse(cr, hx, hy - 14, 2.4, 2.4);
+        FillFlat(cr, g.hat == 1 ? Pal::kRed : Pal::kCrystal, 0.8);
+    } else if (g.hat == 2) {
+        Ellipse(cr, hx + 2, hy - 11, 22, 5);
+        FillOutlined(cr, Hex(0xf2d98a), Hex(0xc9a24e), hy - 16, hy - 6, rim);
+        Ellipse(cr, hx + 2, hy - 16, 11, 8);
+        FillOutlined(cr, Hex(0xf2d98a), Hex(0xc9a24e), hy - 24, hy - 10, rim);
+        cairo_rectangle(cr, hx - 8, hy - 15, 20, 3);
+        FillFlat(cr, g.trim, 0);
+    }
+
+    // Front arm with the weapon.
+    cairo_save(cr);
+    cairo_translate(cr, 44, 52 + bob);
+    cairo_rotate(cr, -swing + 0.12 * s);
+    if (g.weapon == 0) {
+        // Knobbly club held forward.
+        cairo_move_to(cr, -10, 8);
+        cairo_line_to(cr, -16, -16);
+        cairo_curve_to(cr, -22, -26, -8, -30, -8, -18);
+        cairo_line_to(cr, -6, 8);
+        cairo_close_path(cr);
+        FillOutlined(cr, Hex(0xb07a45), Pal::kWoodDark, -28, 8, rim);
+    } else {
+        // Trident.
+        InkLine(cr, -10, 14, -14, -26, 3.2, Hex(0xa87444), rim * 0.8);
+        cairo_move_to(cr, -22, -24);
+        cairo_curve_to(cr, -22, -32, -20, -34, -20, -36);
+        cairo_move_to(cr, -14, -26);
+        cairo_line_to(cr, -14, -40);
+        cairo_move_to(cr, -6, -28);
+        cairo_curve_to(cr, -6, -32, -8, -34, -8, -38);
+        cairo_move_to(cr, -22, -24);
+        cairo_curve_to(cr, -18, -28, -10, -28, -6, -28);
+        InkStroke(cr, 2.6, Hex(0xd8e4ea), rim * 0.7);
+    }
+    InkLine(cr, 0, 0, -10, 10, 6.5 * b, g.skin, rim);
+    Ellipse(cr, -10, 10, 4.2, 4.2);
+    FillFlat(cr, g.skin, rim * 0.8);
+    cairo_restore(cr);
+}
+
+// One spider pose; boss adds the brood's markings and egg sacs.
+void Spider(cairo_t* cr, double phase, bool attack, bool boss) {
+    const double s = std::sin(kTau * phase);
+    const double rim = 2.6;
+    const Rgb body = boss ? Hex(0x4a2a6a) : Hex(0x3b3350);
+    const Rgb lit = boss ? Hex(0x8a58b8) : Hex(0x6f648f);
+    const double lift = attack ? -6 - 4 * s : 0;
+
+    Ellipse(cr, 52, 92, 34, 5);
+    SetRgb(cr, {0, 0, 0}, 0.25);
+    cairo_fill(cr);
+
+    // Eight legs: far side darker, alternate pairs step together.
+    for (int side = 0; side < 2; ++side) {
+        Rgb c = side == 0 ? Shade(body, 0.7) : body;
+        for (int i = 0; i < 4; ++i) {
+            double step = ((i + side) % 2 == 0 ? 1 : -1) * 4 * s;
+            double bx = 40 + i * 7, by = 58 + lift * (i == 0 ? 1 : 0.3);
+            double kx = 22 + i * 18 + step, ky = 38 - (side == 0 ? 4 : 0);
+            double fx = 14 + i * 22 + step * 1.4, fy = 90;
+            if (attack && i == 0) { // front legs raised to strike
+                kx = 14;
+                ky = 28 + 6 * s;
+                fx = 6;
+                fy = 46 + 8 * s;
+            }
+            cairo_move_to(cr, bx, by);
+            cairo_line_to(cr, kx, ky);
+            cairo_line_to(cr, fx, fy);
+            InkStroke(cr, 4.2, c, rim);
+        }
+    }
+
+    // Abdomen and head.
+    double ab = boss ? 1.18 : 1.0;
+    Ellipse(cr, 66, 54 + lift * 0.3 + 1.5 * s, 24 * ab, 20 * ab);
+    FillOutlined(cr, lit, Shade(body, 0.6), 34, 76, rim);
+    if (boss) {
+        // Hourglass marking and a crown of spines.
+        cairo_move_to(cr, 60, 44);
+        cairo_line_to(cr, 74, 44);
+        cairo_line_to(cr, 64, 54);
+        cairo_line_to(cr, 74, 64);
+        cairo_line_to(cr, 60, 64);
+        cairo_line_to(cr, 70, 54);
+        cairo_close_path(cr);
+        FillFlat(cr, Hex(0xff8a2a), 1.4);
+        for (int i = 0; i < 4; ++i) {
+            double x = 56 + i * 8;
+            cairo_move_to(cr, x - 3, 34 - (i == 1 || i == 2 ? 2 : 0));
+            cairo_line_to(cr, x + 1, 24 - (i == 1 || i == 2 ? 4 : 0));
+            cairo_line_to(cr, x + 4, 35);
+            FillFlat(cr, Hex(0xd9c3f0), 1.6);
+        }
+    } else {
+        Ellipse(cr, 64, 46, 8, 5);
+        SetRgb(cr, {1, 1, 1}, 0.25);
+        cairo_fill(cr);
+    }
+    Ellipse(cr, 36, 60 + lift, 15, 12);
+    FillOutlined(cr, lit, Shade(body, 0.7), 48 + lift, 72 + lift, rim);
+    // Eyes: a red cluster looking left.
+    const double ey = 56 + lift;
+    for (int i = 0; i < 4; ++i) {
+        Ellipse(cr, 26 + (i % 2) * 6, ey - 2 + (i / 2) * 5, 2.6, 2.6);
+        FillFlat(cr, Hex(0xff4a3a), 0.8);
+    }
+    // Fangs, wider apart when striking.
+    double open = attack ? 3 + 2 * s : 0.5;
+    for (int f = -1; f <= 1; f += 2) {
+        cairo_move_to(cr, 26, 66 + lift + f * open * 0.5);
+        cairo_line_to(cr, 20, 70 + lift + f * open);
+        cairo_line_to(cr, 28, 69 + lift);
+        FillFlat(cr, Pal::kCream, 1.2);
+    }
+}
+
+// One yeti pose; attack raises both fists overhead and slams.
+void Yeti(cairo_t* cr, double phase, bool attack) {
+    const double s = std::sin(kTau * phase);
+    const double bob = -2.5 * std::fabs(std::cos(kTau * phase));
+    const double rim = 2.6;
+    const Rgb fur{0.93, 0.96, 1.0};
+    const Rgb furShade{0.62, 0.72, 0.86};
+    const Rgb face{0.45, 0.58, 0.80};
+
+    Ellipse(cr, 50, 94, 28, 4.5);
+    SetRgb(cr, {0, 0, 0}, 0.25);
+    cairo_fill(cr);
+
+    for (int leg = 0; leg < 2; ++leg) {
+        double a = (leg == 0 ? 1 : -1) * 0.35 * s;
+        double hx = 52 + (leg == 0 ? 6 : -5), hy = 72 + bob;
+        double fx = hx + 16 * std::sin(a), fy = hy + 16 * std::cos(a);
+        InkLine(cr, hx, hy, fx, fy, 13, leg == 0 ? furShade : fur, rim);
+        Ellipse(cr, fx - 3, fy + 2, 8, 4);
+        FillFlat(cr, face, rim * 0.8);
+    }
+    // Back arm.
+    double raise = attack ? (0.5 + 0.5 * s) : 0;
+    InkLine(cr, 62, 46 + bob, 66 - 6 * s - 20 * raise, 70 + bob - 50 * raise, 11, furShade, rim);
+    // Shaggy body.
+    cairo_move_to(cr, 34, 40 + bob);
+    cairo_curve_to(cr, 40, 22 + bob, 70, 22 + bob, 74, 44 + bob);
+    cairo_curve_to(cr, 78, 60 + bob, 72, 78 + bob, 64, 80 + bob);
+    for (int i = 0; i < 5; ++i) cairo_line_to(cr, 62 - i * 6, 76 + bob + (i % 2 ? 6 : 0));
+    cairo_curve_to(cr, 30, 70 + bob, 28, 54 + bob, 34, 40 + bob);
+    FillOutlined(cr, fur, furShade, 24 + bob, 82 + bob, rim);
+    // Face with a frown, horns, and glinting eyes.
+    const double hx = 38, hy = 38 + bob;
+    cairo_move_to(cr, hx + 8, hy - 12);
+    cairo_curve_to(cr, hx + 16, hy - 22, hx + 24, hy - 22, hx + 26, hy - 14);
+    cairo_curve_to(cr, hx + 20, hy - 18, hx + 16, hy - 16, hx + 12, hy - 8);
+    FillOutlined(cr, Hex(0xf1e6c8), Hex(0xb79f6d), hy - 22, hy - 8, rim * 0.8);
+    Ellipse(cr, hx, hy, 12, 11);
+    FillOutlined(cr, Shade(face, 1.15), Shade(face, 0.8), hy - 11, hy + 11, rim);
+    Ellipse(cr, hx - 4, hy - 3, 2.4, 2.4);
+    FillFlat(cr, Pal::kCream, 0.8);
+    cairo_move_to(cr, hx - 8, hy + 6);
+    cairo_line_to(cr, hx + 2, hy + 5);
+    SetRgb(cr, Pal::kInk);
+    cairo_set_line_width(cr, 2);
+    cairo_stroke(cr);
+    cairo_move_to(cr, hx - 6, hy + 5.5);
+    cairo_line_to(cr, hx - 5, hy + 9);
+    cairo_line_to(cr, hx - 3, hy + 5.5);
+    FillFlat(cr, Pal::kCream, 0.8);
+    // Front arm: swinging while walking, fists high when attacking.
+    double ax = 40 + 8 * s, ay = 74 + bob;
+    if (attack) {
+        ax = 30 - 14 * raise;
+        ay = 70 - 54 * raise;
+    }
+    InkLine(cr, 46, 48 + bob, ax, ay, 12, fur, rim);
+    Ellipse(cr, ax, ay, 7, 7);
+    FillOutlined(cr, Shade(face, 1.1), face, ay - 7, ay + 7, rim);
+}
+
+// One wraith pose: a hooded cloak that never touches the ground.
+void Wraith(cairo_t* cr, double phase) {
+    const double s = std::sin(kTau * phase);
+    const double c = std::cos(kTau * phase);
+    const double rim = 2.2;
+    const double fy = -4 * s; // float bob
+    Glow(cr, 50, 55 + fy, 46, Hex(0x7be0d0), 0.35);
+
+    // Cloak with a tattered hem that ripples with the phase.
+    cairo_move_to(cr, 44, 14 + fy);
+    cairo_curve_to(cr, 66, 10 + fy, 76, 34 + fy, 80, 60 + fy);
+    for (int i = 0; i < 6; ++i) {
+        double x = 82 - i * 8;
+        double y = 88 + fy + ((i % 2) ? -6 : 4) + 3 * std::sin(kTau * phase + i);
+        cairo_line_to(cr, x, y);
+    }
+    cairo_curve_to(cr, 30, 70 + fy, 26, 40 + fy, 44, 14 + fy);
+    FillOutlined(cr, Hex(0x6a5a9a), Hex(0x1f1a3a), 10 + fy, 90 + fy, rim);
+    // Inner fold light.
+    cairo_move_to(cr, 56, 30 + fy);
+    cairo_curve_to(cr, 66, 44 + fy, 66, 64 + fy, 60, 80 + fy);
+    SetRgb(cr, Hex(0xa99ad8), 0.6);
+    cairo_set_line_width(cr, 2.5);
+    cairo_stroke(cr);
+    // Hood opening, dark with two glowing eyes.
+    Ellipse(cr, 40, 32 + fy, 11, 13);
+    FillFlat(cr, Hex(0x0c0a18), rim);
+    for (int e = 0; e < 2; ++e) {
+        double ex = 35 + e * 7, ey = 31 + fy;
+        Glow(cr, ex, ey, 6, Hex(0x9ff7ea), 0.9);
+        Ellipse(cr, ex, ey, 1.8, 2.4);
+        FillFlat(cr, {0.9, 1, 1}, 0);
+    }
+    // Bony hands reaching for the crystal.
+    for (int h = 0; h < 2; ++h) {
+        double hx = 22 - 4 * c + h * 6, hy = 52 + fy + h * 8;
+        InkLine(cr, 42 + h * 4, 46 + fy + h * 6, hx, hy, 6, Hex(0x5a4a8a), rim);
+        for (int f = 0; f < 3; ++f)
+            InkLine(cr, hx, hy, hx - 7, hy - 4 + f * 4, 1.8, Hex(0xe8e2d0), 1.2);
+    }
+    // Wisps trailing behind.
+    for (int w = 0; w < 3; ++w) {
+        double y = 40 + w * 16 + fy;
+        cairo_move_to(cr, 80, y);
+        cairo_curve_to(cr, 88, y - 4 + 3 * s, 92, y + 4, 98, y - 2 + 3 * c);
+        SetRgb(cr, Hex(0x9ff7ea), 0.5);
+        cairo_set_line_width(cr, 2);
+        cairo_stroke(cr);
+    }
+}
+
+// Draws a sheet: for every cell, the pose of the clock step that shows it.
+bool Sheet(const std::string& dir, const char* name,
+           const std::function<void(cairo_t*, double)>& pose) {
+    const ArtEntry* e = ArtFind(name);
+    cairo_surface_t* s = CanvasFor(name);
+    if (!e || !s) return false;
+    cairo_t* cr = cairo_create(s);
+    const int cols = e->columns, rows = e->rows;
+    const double cw = double(e->width) / cols, ch = double(e->height) / rows;
+    // The clock visits cells (k mod cols, k mod rows); steps repeat with this period.
+    int period = 1;
+    while (period < 10 && !(period % cols == 0 && period % rows == 0)) ++period;
+    for (int r = 0; r < rows; ++r) {
+        for (int c = 0; c < cols; ++c) {
+            int step = -1;
+            for (int k = 0; k < period; ++k)
+                if (k % cols == c && k % rows == r) step = k;
+            // Cells the clock never reaches still get a pose between steps.
+            double phase =
+                step >= 0 ? double(step) / period : (double(c + r * cols) + 0.5) / (cols * rows);
+            cairo_save(cr);
+            cairo_rectangle(cr, c * cw, r * ch, cw, ch);
+            cairo_clip(cr);
+            cairo_translate(cr, c * cw, r * ch);
+            cairo_scale(cr, cw / 100.0, ch / 100.0);
+            pose(cr, phase);
+            cairo_restore(cr);
+        }
+    }
+    cairo_destroy(cr);
+    return SaveArt(s, dir, name);
+}
+
+const GoblinLook kGoblin{Hex(0x7fbf4a), Hex(0x8a5a33), Pal::kGold, 0, 0, false, 1.0};
+const GoblinLook kGoblinKing{Hex(0x6fae3c), Hex(0x7a3d8f), Pal::kGold, 1, 0, true, 1.2};
+const GoblinLook kBeachGoblin{Hex(0x5cc0a8), Hex(0x3d7fd0), Hex(0xffffff), 2, 1, false, 1.0};
+const GoblinLook kBeachKing{Hex(0x48a894), Hex(0x2a5db0), Hex(0xffd24a), 3, 1, true, 1.2};
+
+} // namespace
+
+// A goblin in a 100 x 100 box, for the loading screen and how-to-play pages.
+void DrawGoblinFigure(cairo_t* cr, double phase) {
+    Goblin(cr, kGoblin, phase, 0);
+}
+
+// All monster sheets.
+bool DrawMonsters(const std::string& dir) {
+    bool ok = true;
+    auto walk = [](const GoblinLook& g) {
+        return [g](cairo_t* cr, double p) { Goblin(cr, g, p, 0.15 * std::sin(kTau * p)); };
+    };
+    ok &= Sheet(dir, "GoblinWalking.png", walk(kGoblin));
+    ok &= Sheet(dir, "GoblinAttack.png", [](cairo_t* cr, double p) {
+        // Club raised back, then brought down: one swing per cycle.
+        Goblin(cr, kGoblin, p * 0.5, -0.9 + 1.6 * (0.5 + 0.5 * std::cos(kTau * p)));
+    });
+    ok &= Sheet(dir, "GoblinBossWalk.png", walk(kGoblinKing));
+    ok &= Sheet(dir, "BeachGoblinWalking.png", walk(kBeachGoblin));
+    ok &= Sheet(dir, "BeachGoblinBossWalk.png", walk(kBeachKing));
+    ok &= Sheet(dir, "SpiderWalk.png", [](cairo_t* cr, double p) { Spider(cr, p, false, false); });
+    ok &= Sheet(dir, "SpiderAttack.png", [](cairo_t* cr, double p) { Spider(cr, p, true, false); });
+    ok &= Sheet(dir, "BroodWalk.png", [](cairo_t* cr, double p) { Spider(cr, p, false, true); });
+    ok &= Sheet(dir, "YetiWalk.png", [](cairo_t* cr, double p) { Yeti(cr, p, false); });
+    ok &= Sheet(dir, "YetiAttack.png", [](cairo_t* cr, double p) { Yeti(cr, p, true); });
+    ok &= Sheet(dir, "WraithWalk.png", [](cairo_t* cr, double p) { Wraith(cr, p); });
+    return ok;
+}
