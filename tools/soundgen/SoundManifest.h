@@ -1,0 +1,51 @@
+// The sound set of the game: every file name the game opens, whether it
+// loops, how long it may be, and the loudness everything is mixed to.
+// Shared by the sound generator and the resource tests so the list lives in
+// one place. Depends on nothing. Names are relative to the Resources folder.
+#pragma once
+
+#include <cstddef>
+
+// How the game plays a sound: looped ambience, a one-shot effect, or music
+// that is started again whenever it ends (or played through once).
+enum class SoundKind { Loop, OneShot, Music };
+
+struct SoundEntry {
+    const char* file;  // file name inside Resources
+    SoundKind kind;    // how the game plays it
+    double minSeconds; // shortest allowed length
+    double maxSeconds; // longest allowed length
+};
+
+// Every sound is made at this rate, in stereo.
+inline constexpr int kSoundRate = 44100;
+inline constexpr int kSoundChannels = 2;
+
+// Loudness: every sound is mixed to this RMS level (dBFS). Loops and music
+// are measured over the whole file; the arrow over its loudest 100 ms, since
+// it is silent for most of its short length.
+inline constexpr double kLoudnessTargetDb = -20.0;
+// How far the level of any sound may stray from the target.
+inline constexpr double kLoudnessToleranceDb = 2.5;
+// Window for the one-shot loudness measure.
+inline constexpr double kOneShotLoudnessWindow = 0.1;
+// Peaks stay below this after encoding; the mix aims lower to leave room
+// for the codec's overshoot.
+inline constexpr double kPeakLimitDb = -1.0;
+inline constexpr double kPeakCeilingDb = -2.0;
+
+inline constexpr SoundEntry kSoundSet[] = {
+    {"47 - FOREST, FANTASY MYSTICAL FOREST AMBIENCE.ogg", SoundKind::Loop, 20.0, 90.0},
+    {"12 - WATER OCEAN WAVES COMING IN, LIGHT.ogg", SoundKind::Loop, 20.0, 90.0},
+    {"91 - VOLCANO LARGE VOLCANO ERUPTING, EXPLODING, RUMBLE.ogg", SoundKind::Loop, 20.0, 90.0},
+    {"33 - Med Cold Wind Trees.ogg", SoundKind::Loop, 20.0, 90.0},
+    {"35 - RAIN, THUNDER HEAVY RAIN WITH THUNDER RUMBLE AND CLAPS.ogg", SoundKind::Loop, 20.0,
+     90.0},
+    {"DrumsComedy CTE10_45.4.ogg", SoundKind::Loop, 10.0, 90.0},
+    {"24 - Arrow Swoosh.ogg", SoundKind::OneShot, 0.1, 0.5},
+    {"53 - Ice Man.ogg", SoundKind::Music, 120.0, 200.0},
+    {"18 - Symphony No 1 in C Major, III Presto.ogg", SoundKind::Music, 30.0, 90.0},
+    {"06 - Gypsy Songs for Violin and Orchestra.ogg", SoundKind::Music, 30.0, 90.0},
+};
+
+inline constexpr std::size_t kSoundCount = sizeof(kSoundSet) / sizeof(kSoundSet[0]);
