@@ -16,6 +16,7 @@
 #include <cstring>
 
 #include "VXGraphicsInternal.h"
+#include "VXMath4.h"
 #include "VXPlatform.h"
 #include "VXSystem.h"
 
@@ -208,9 +209,11 @@ void VXGfxUploadMatrix(const char* name, const float m[4][4]) {
 
 // The camera looks down from z = 60 at the plane z = 0; then the scale.
 void VXGfxUploadView(float sx, float sy) {
-    float view[4][4] = {
-        {sx, 0, 0, -sCamX * sx}, {0, sy, 0, -sCamY * sy}, {0, 0, 1, -60.0f}, {0, 0, 0, 1}};
-    VXGfxUploadMatrix("uVMatrix", view);
+    Matrix4 lookAt = Matrix4LookAt(Point4(sCamX, sCamY, 60.0f, 1.0f),
+                                   Point4(sCamX, sCamY, 0.0f, 1.0f), Vector4(0, 1, 0, 0));
+    Matrix4 scale(sx, 0, 0, 0, 0, sy, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+    Matrix4 view = scale * lookAt;
+    VXGfxUploadMatrix("uVMatrix", view.m);
 }
 
 int VXGfxInit(int width, int height) {
