@@ -4,19 +4,20 @@
 //
 // The search runs for every walking monster on every frame, so its lists
 // are small fixed arrays rather than lists of shared nodes: nodes live in a
-// pool indexed by number, the closed and open membership of each cell is a
-// table lookup instead of a linear scan, and the open list holds packed
-// (fCost, node) keys. The open list is still heap-sorted with
-// std::make_heap/std::sort_heap under the same ordering after every
-// expansion: those two calls decide the order among equal costs, and with
-// it which route is walked, so the packed keys compare on fCost alone and go
-// through exactly the same permutation the node pointers would. Shared nodes
-// are built only for the cells of the resulting path.
+// pool indexed by number, closed cells are marked in the private grid and
+// open ones in a per-cell table (lookups instead of linear scans), and the
+// open list holds packed (fCost, node) keys. The open list is still
+// heap-sorted with std::make_heap/std::sort_heap under the same ordering
+// after every expansion: those two calls decide the order among equal
+// costs, and with it which route is walked, so the packed keys compare on
+// fCost alone and go through exactly the permutation the node pointers
+// would. Shared nodes are built only for the cells of the resulting path.
 #include "PathFinding.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -47,10 +48,11 @@ struct PoolNode {
     int parent; // pool number, -1 for the start
 };
 
-// Larger fCost first, so the cheapest node ends up last.
-inline bool KeyBefore(uint32_t a, uint32_t b) {
-    return (a >> kNodeBits) > (b >> kNodeBits);
-}
+// Larger fCost first, so the cheapest node ends up last. A function object,
+// so the heap algorithms inline the comparison.
+struct KeyBefore {
+    bool operator()(uint32_t a, uint32_t b) const { return (a >> kNodeBits) > (b >> kNodeBits); }
+};
 
 // Neighbour offsets per direction: row change, column change for even rows,
 // column change for odd rows (odd rows sit half a tile to the right).
@@ -58,6 +60,32 @@ constexpr int kDirRow[6] = {-1, -1, 0, 0, 1, 1};
 constexpr int kDirColEven[6] = {-1, 0, -1, 1, -1, 0};
 constexpr int kDirColOdd[6] = {0, 1, -1, 1, 0, 1};
 constexpr int kDirCost[6] = {45, 60, 45, 60, 45, 60};
+
+// Per cell: its six neighbours in direction order (-1 off the grid) and its
+// heuristic cost to the goal, worked out once.
+struct CellTables {
+    signed char neighbour[kCells][6];
+    int heuristic[kCells];
+};
+
+const CellTables& Cells() {
+    static const CellTables tables = [] {
+        CellTables t{};
+        for (int cell = 0; cell < kCells; ++cell) {
+            const int row = cell / BOARD_COLUMNS, col = cell % BOARD_COLUMNS;
+            for (int d = 0; d < 6; ++d) {
+                const int r = row + kDirRow[d];
+                const int c = col + (row % 2 == 0 ? kDirColEven[d] : kDirColOdd[d]);
+                const bool inside = r >= 0 && r <= 9 && c >= 0 && c <= 9;
+                t.neighbour[cell][d] = (signed char)(inside ? r * BOARD_COLUMNS + c : -1);
+            }
+            t.heuristic[cell] =
+                (std::abs(row - PATH_GOAL_ROW) + std::abs(col - PATH_GOAL_COL)) * 60;
+        }
+        return t;
+    }();
+    return tables;
+}
 
 } // namespace
 
@@ -78,9 +106,11 @@ int PathLayoutFor(int level, int tier) {
 void FindPathOnBoard(int startRow, int startCol, const TileArray& tiles, int layoutId,
                      NodePath& path) {
     path.clear();
+    const CellTables& cells = Cells();
 
     // Private copy of the walk grid with every occupied tile blocked, except
-    // the crystal's cell, which ends every path.
+    // the crystal's cell, which ends every path. Closed cells are marked in
+    // it too: the search skips them exactly like blocked ones.
     unsigned char grid[kCells];
     const int* walk = PathWalkGrid(layoutId);
     for (int i = 0; i < kCells; ++i) grid[i] = walk ? (unsigned char)walk[i] : 1;
@@ -92,67 +122,63 @@ void FindPathOnBoard(int startRow, int startCol, const TileArray& tiles, int lay
 
     PoolNode pool[kCells + 1];
     int poolCount = 0;
-    int closed[kCells + 1];
-    int closedCount = 0;
-    bool isClosed[kCells] = {};
-    int openPos[kCells]; // position of the cell's node in the open list, -1 when none
-    std::fill(openPos, openPos + kCells, -1);
+    int lastClosed = 0;           // the closed list matters only through its last node
+    signed char cellNode[kCells]; // pool number of the cell's open node, -1 when none
+    std::memset(cellNode, -1, sizeof cellNode);
     uint32_t open[kCells];
     int openCount = 0;
 
     pool[poolCount++] = {startRow, startCol, 0, 0, 0, -1};
-    closed[closedCount++] = 0;
     const bool startOnGrid = startRow >= 0 && startRow < 10 && startCol >= 0 && startCol < 10;
-    if (startOnGrid) isClosed[startRow * BOARD_COLUMNS + startCol] = true;
+    if (startOnGrid) grid[startRow * BOARD_COLUMNS + startCol] = 2;
     int current = 0;
 
     for (;;) {
         const PoolNode cur = pool[current];
         if (cur.row == PATH_GOAL_ROW && cur.col == PATH_GOAL_COL) break;
 
-        const int* dirCol = (cur.row % 2 == 0) ? kDirColEven : kDirColOdd;
-        for (int d = 0; d < 6; ++d) {
-            const int r = cur.row + kDirRow[d];
-            const int c = cur.col + dirCol[d];
-            if (r < 0 || r > 9 || c < 0 || c > 9) continue;
-            const int cell = r * BOARD_COLUMNS + c;
-            if (grid[cell] != 0 || isClosed[cell]) continue;
+        // A start outside the grid has no neighbours on it.
+        const signed char* next = (current != 0 || startOnGrid)
+                                      ? cells.neighbour[cur.row * BOARD_COLUMNS + cur.col]
+                                      : nullptr;
+        for (int d = 0; next && d < 6; ++d) {
+            const int cell = next[d];
+            if (cell < 0 || grid[cell] != 0) continue;
             const int g = cur.gCost + kDirCost[d];
-            const int h = (std::abs(r - PATH_GOAL_ROW) + std::abs(c - PATH_GOAL_COL)) * 60;
+            const int h = cells.heuristic[cell];
             const int f = g + h;
-            const int pos = openPos[cell];
-            if (pos >= 0) {
+            const int r = cell / BOARD_COLUMNS, c = cell % BOARD_COLUMNS;
+            const int n = cellNode[cell];
+            if (n >= 0) {
                 // A cheaper way to a cell already waiting takes its node's
-                // place; nothing points at an unexpanded node, so the pool
-                // entry is simply rewritten.
-                const int n = (int)(open[pos] & kNodeMask);
+                // place in the open list; nothing points at an unexpanded
+                // node, so the pool entry is simply rewritten.
                 if (pool[n].fCost > f) {
                     pool[n] = {r, c, g, h, f, current};
-                    open[pos] = ((uint32_t)f << kNodeBits) | (uint32_t)n;
+                    for (int i = 0; i < openCount; ++i)
+                        if ((open[i] & kNodeMask) == (uint32_t)n)
+                            open[i] = ((uint32_t)f << kNodeBits) | (uint32_t)n;
                 }
             } else {
-                const int n = poolCount++;
-                pool[n] = {r, c, g, h, f, current};
-                openPos[cell] = openCount;
-                open[openCount++] = ((uint32_t)f << kNodeBits) | (uint32_t)n;
+                const int fresh = poolCount++;
+                pool[fresh] = {r, c, g, h, f, current};
+                cellNode[cell] = (signed char)fresh;
+                open[openCount++] = ((uint32_t)f << kNodeBits) | (uint32_t)fresh;
             }
         }
 
         if (openCount >= 2) {
-            std::make_heap(open, open + openCount, KeyBefore);
-            std::sort_heap(open, open + openCount, KeyBefore);
-            for (int i = 0; i < openCount; ++i) {
-                const PoolNode& n = pool[open[i] & kNodeMask];
-                openPos[n.row * BOARD_COLUMNS + n.col] = i;
-            }
+            std::make_heap(open, open + openCount, KeyBefore());
+            std::sort_heap(open, open + openCount, KeyBefore());
         }
         if (openCount > 0) {
             const int n = (int)(open[--openCount] & kNodeMask);
-            openPos[pool[n].row * BOARD_COLUMNS + pool[n].col] = -1;
-            isClosed[pool[n].row * BOARD_COLUMNS + pool[n].col] = true;
-            closed[closedCount++] = n;
+            const int cell = pool[n].row * BOARD_COLUMNS + pool[n].col;
+            cellNode[cell] = -1;
+            grid[cell] = 2;
+            lastClosed = n;
         }
-        current = closed[closedCount - 1];
+        current = lastClosed;
         if (openCount == 0) break;
     }
 
@@ -160,7 +186,7 @@ void FindPathOnBoard(int startRow, int startCol, const TileArray& tiles, int lay
     // made from the start outwards so each can point at its parent.
     int chain[kCells + 1];
     int chainCount = 0;
-    for (int n = closed[closedCount - 1]; n > 0; n = pool[n].parent) chain[chainCount++] = n;
+    for (int n = lastClosed; n > 0; n = pool[n].parent) chain[chainCount++] = n;
     chain[chainCount++] = 0;
 
     path.resize(chainCount == 1 ? 2 : (size_t)chainCount);

@@ -24,7 +24,8 @@ struct Cell {
 
 std::string Describe(const std::vector<Cell>& cells) {
     std::string s;
-    for (const Cell& c : cells) s += "(" + std::to_string(c.row) + "," + std::to_string(c.col) + ")";
+    for (const Cell& c : cells)
+        s += "(" + std::to_string(c.row) + "," + std::to_string(c.col) + ")";
     return s;
 }
 
@@ -262,16 +263,18 @@ TEST(PathSearch, EqualCostTieGoesBelowTower) {
     EXPECT_EQ(Describe(Cells(path)), Describe(Cells(ReferenceSearch(5, 3, tiles, 6))));
 }
 
-// Every layout, every on-board start, with no towers, five towers and ten
-// towers placed at random free tiles: the game's search and the plain
+// Every layout, every on-board start, with no towers, 5, 10 or 25 towers at
+// random free tiles, and with the crystal walled in: the game's search and the plain
 // transcription agree cell for cell and cost for cost.
 TEST(PathSearch, MatchesPlainSearchEverywhere) {
     srand(20261123);
     int compared = 0;
     for (int layout = 3; layout <= 6; ++layout) {
-        for (int towerCount : {0, 5, 10, 25}) {
+        // -1: the crystal ringed by six towers, so every search exhausts the board.
+        for (int towerCount : {0, 5, 10, 25, -1}) {
             for (int round = 0; round < 4; ++round) {
                 std::vector<int> towers;
+                if (towerCount < 0) towers = {45, 46, 54, 56, 65, 66};
                 while ((int)towers.size() < towerCount) {
                     int t = rand() % 100;
                     if (t != 55 && IsTileOnBoard(layout, t) &&
@@ -290,7 +293,7 @@ TEST(PathSearch, MatchesPlainSearchEverywhere) {
                         ASSERT_EQ(got[i]->fCost, want[i]->fCost) << "start " << start;
                     ++compared;
                 }
-                if (towerCount == 0) break;
+                if (towerCount <= 0) break;
             }
         }
     }
