@@ -1,0 +1,214 @@
+// The game object base: the draw contexts' animation clock driven through
+// real frames, sprite-sheet frames read back from the screen, texture choice
+// for attacking monsters, the overlap test, and the mesh failure report.
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <vector>
+
+#include "GameMain.h"
+#include "GameObject.h"
+#include "Goblin.h"
+#include "TestSupport.h"
+#include "VXFrameRateController.h"
+#include "VXSystem.h"
+
+namespace {
+
+// One picture cell per colour: a sheet of 5 x 2 frames, one pixel each.
+// Column c of row r gets red 40 c + 20, green 100 r + 50, blue 200.
+VXGfxTexture* Sheet5x2() {
+    std::vector<unsigned char> px;
+    for (int r = 0; r < 2; ++r)
+        for (int c = 0; c < 5; ++c)
+            px.insert(px.end(),
+                      {(unsigned char)(40 * c + 20), (unsigned char)(100 * r + 50), 200, 255});
+    return VXGfxTextureLoadFromMemory(px.data(), 5, 2);
+}
+
+VXGfxTexture* Solid(unsigned char r, unsigned char g, unsigned char b) {
+    const unsigned char px[4] = {r, g, b, 255};
+    return VXGfxTextureLoadFromMemory(px, 1, 1);
+}
+
+class Drawing : public ::testing::Test {
+  protected:
+    void SetUp() override { TestEngineStart(); }
+    void TearDown() override { TestEngineStop(); }
+    TestRgba Centre() {
+        int w = 0, h = 0;
+        std::vector<unsigned char> frame = TestReadFrame(w, h);
+        return TestPixelAtWorld(frame, w, h, 0.0f, 0.0f);
+    }
+};
+
+// A plain object with the base quad and the given picture (not owned).
+struct Sprite : GameObject {
+    explicit Sprite(VXGfxTexture* picture) {
+        pTexture = picture;
+        SetTransform(0.0f, 0.0f, 50.0f);
+        SetMesh();
+    }
+};
+
+} // namespace
+
+// The clock steps on frames 0, 30, 60 and 90 of the first hundred, once per
+// textured draw; untextured objects and objects without a mesh leave it.
+TEST_F(Drawing, ClockStepsOnEveryThirtiethFrame) {
+    VXGfxTexture* picture = Solid(255, 255, 255);
+    Sprite textured(picture), plain(nullptr), meshless(picture);
+    VXGfxMeshFree(meshless.pMesh);
+    meshless.pMesh = nullptr;
+    ObjectList context;
+    std::vector<unsigned> steps;
+    for (int frame = 0; frame < 100; ++frame) {
+        VXSysFrameStart();
+        const int before = context.animFrame;
+        context.DrawObject(plain, 1, 1);
+        context.DrawObject(meshless, 1, 1);
+        EXPECT_EQ(context.animFrame, before) << "frame " << frame;
+        context.DrawObject(textured, 1, 1);
+        if (context.animFrame != before) steps.push_back(VXFrameRateControllerGetFrameCount());
+        VXSysFrameEnd();
+    }
+    EXPECT_EQ(steps, (std::vector<unsigned>{0, 30, 60, 90}));
+    EXPECT_EQ(context.animFrame, 4);
+    EXPECT_EQ(gLevelObjects.animFrame, 0) << "another screen's clock is its own";
+    VXGfxTextureUnload(picture);
+}
+
+// Eleven textured draws in a stepping frame: the clock runs 1..9, wraps to
+// 0 and ends one step further.
+TEST_F(Drawing, ElevenDrawsInOneSteppingFrameWrapOnce) {
+    VXGfxTexture* picture = Solid(255, 255, 255);
+    Sprite s(picture);
+    ObjectList context;
+    VXSysFrameStart();
+    ASSERT_EQ(VXFrameRateControllerGetFrameCount() % 30, 0u);
+    for (int i = 0; i < 11; ++i) context.DrawObject(s, 1, 1);
+    VXSysFrameEnd();
+    EXPECT_EQ(context.animFrame, 1);
+    VXGfxTextureUnload(picture);
+}
+
+// Frame k of a 5 x 2 sheet is column k mod 5, row k mod 2: the quad spans
+// one cell and the offset k/5, k/2 wraps around the repeating texture.
+TEST_F(Drawing, SheetFrameShowsItsCell) {
+    Goblin goblin; // 5 x 2 sheet quad
+    VXGfxTextureUnload(goblin.pTexture);
+    goblin.pTexture = Sheet5x2();
+    goblin.SetTransform(0.0f, 0.0f, 50.0f);
+    goblin.SetMesh();
+    struct Case {
+        const char* name;
+        int frame, col, row;
+    } cases[] = {
+        {"frame 0", 0, 0, 0},
+        {"frame 7: column 2, row 1", 7, 2, 1},
+        {"frame 4: column 4, row 0", 4, 4, 0},
+        {"frame 9: column 4, row 1", 9, 4, 1},
+    };
+    for (const Case& c : cases) {
+        // Frame 1 of the run: the clock does not step.
+        VXSysFrameStart();
+        VXSysFrameEnd();
+        VXSysFrameStart();
+        ObjectList context;
+        context.animFrame = c.frame;
+        context.DrawObject(goblin, goblin.framesU, goblin.framesV);
+        const TestRgba want = {40 * c.col + 20, 100 * c.row + 50, 200, 255};
+        const TestRgba got = Centre();
+        EXPECT_TRUE(TestNear(got, want, 2))
+            << c.name << ": got " << TestDescribe(got) << ", want " << TestDescribe(want);
+        VXSysFrameEnd();
+    }
+}
+
+// Whole-number offsets leave a static picture as it is; an attacking
+// object without a second picture shows its first; with one, the second.
+TEST_F(Drawing, TextureChoice) {
+    VXGfxTexture* red = Solid(255, 0, 0);
+    VXGfxTexture* blue = Solid(0, 0, 255);
+    struct Case {
+        const char* name;
+        int animFrame;
+        bool attacking;
+        VXGfxTexture* alt;
+        TestRgba want;
+    } cases[] = {
+        {"static picture at clock 7", 7, false, nullptr, {255, 0, 0, 255}},
+        {"attacking, no attack picture", 3, true, nullptr, {255, 0, 0, 255}},
+        {"attacking, attack picture", 3, true, blue, {0, 0, 255, 255}},
+        {"attack picture but not attacking", 3, false, blue, {255, 0, 0, 255}},
+    };
+    for (const Case& c : cases) {
+        Sprite s(red);
+        s.isAttacking = c.attacking;
+        s.pTextureAlt = c.alt;
+        VXSysFrameStart();
+        VXSysFrameEnd();
+        VXSysFrameStart();
+        ObjectList context;
+        context.animFrame = c.animFrame;
+        context.DrawObject(s, 1, 1);
+        const TestRgba got = Centre();
+        EXPECT_TRUE(TestNear(got, c.want, 2)) << c.name << ": got " << TestDescribe(got);
+        VXSysFrameEnd();
+    }
+    VXGfxTextureUnload(red);
+    VXGfxTextureUnload(blue);
+}
+
+// Static cases from the box edges; swept cases at 60 frames a second, the
+// gap closing in 1/120 s (inside the frame) or 1/30 s (too late).
+TEST(Overlap, BoxesAndSweeps) {
+    gFrameTime = 1.0f / 60.0f;
+    const VXVec2 still = {0, 0};
+    struct Case {
+        const char* name;
+        BoundingBox a, b;
+        VXVec2 va, vb;
+        bool overlap;
+    } cases[] = {
+        {"shared vertical edge", {0, 0, 1, 1}, {1, 0, 2, 1}, still, still, true},
+        {"shared horizontal edge", {0, 0, 1, 1}, {0, 1, 1, 2}, still, still, true},
+        {"shared corner", {0, 0, 1, 1}, {1, 1, 2, 2}, still, still, true},
+        {"0.001 apart in x", {0, 0, 1, 1}, {1.001f, 0, 2, 1}, still, still, false},
+        {"0.001 apart in y", {0, 0, 1, 1}, {0, -1, 1, -0.001f}, still, still, false},
+        {"one inside the other", {0, 0, 10, 10}, {4, 4, 5, 5}, still, still, true},
+        {"zero-size point on an edge", {0, 0, 1, 1}, {0.5f, 1, 0.5f, 1}, still, still, true},
+        {"gap of 1 closed at 120 units/s", {0, 0, 1, 1}, {2, 0, 3, 1}, still, {-120, 0}, true},
+        {"gap of 1 at 30 units/s: too slow", {0, 0, 1, 1}, {2, 0, 3, 1}, still, {-30, 0}, false},
+        {"a moving the other way", {0, 0, 1, 1}, {2, 0, 3, 1}, {-120, 0}, still, false},
+        {"closing in x but apart in y", {0, 0, 1, 1}, {2, 5, 3, 6}, still, {-120, 0}, false},
+        {"gap of 1.5 below closed at 120 up",
+         {0, 0, 1, 1},
+         {0, -2, 1, -1.5f},
+         still,
+         {0, 120},
+         true},
+        {"gap of 1.5 below at 60 up: too slow",
+         {0, 0, 1, 1},
+         {0, -2, 1, -1.5f},
+         still,
+         {0, 60},
+         false},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(RectsOverlap(c.a, c.va, c.b, c.vb), c.overlap) << c.name;
+    }
+}
+
+// The report of a mesh that cannot be built, then exit status 1.
+TEST(MeshFailure, ReportAndExitStatus) {
+    EXPECT_EXIT(
+        {
+            dup2(2, 1); // the report goes to standard output
+            GameObjectMeshFailed("Tile::SetMesh", "Tile", 86);
+        },
+        ::testing::ExitedWithCode(1),
+        "^VX_ASSERT_MESG: pMesh\nLine: 86\nFunc: Tile::SetMesh\nFile: Tile\nMesg: fail to create "
+        "object!!\n$");
+}
