@@ -1,14 +1,14 @@
 // Crystal: strikes, the lose flag, the shard fountain and the health bar
 // updates.
 //
-// Depends on: GameObject, WaveSpawner, Healthbar, VXGraphics, rand().
+// Depends on: GameObject, WaveSpawner, Healthbar, VXGraphics, VXSystem (VXRand).
 // Limits: see Crystal.h.
 #include "Crystal.h"
 
 #include <cmath>
-#include <cstdlib>
 
 #include "Healthbar.h"
+#include "VXSystem.h"
 #include "WaveSpawner.h"
 
 bool gLevelLost = false;
@@ -17,7 +17,7 @@ namespace {
 
 // A fresh draw in [0, 1] from the runtime's shared sequence.
 float Rand01() {
-    return (float)(rand() / 32767.0);
+    return (float)(VXRand() / 32767.0);
 }
 
 } // namespace

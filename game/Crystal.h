@@ -6,8 +6,9 @@
 // and the crystal lives here.
 //
 // Depends on: GameObject (base quad, RectsOverlap), WaveSpawner (monster
-// list), Healthbar (healthbarList), VXGraphics, the C runtime's rand().
-// Limits: 50 shards; the shard animation consumes the shared rand() sequence.
+// list), Healthbar (healthbarList), VXGraphics, VXSystem (VXRand).
+// Limits: 50 shards; the shard animation consumes the game's shared random
+// sequence.
 #pragma once
 
 #include "GameObject.h"

@@ -1,11 +1,10 @@
 // WaveSpawner: wave contents, release timing and spawn tiles per level.
 //
-// Depends on: Monster kinds, Tile, Level, VXSystem, <cstdlib> rand().
+// Depends on: Monster kinds, Tile, Level, VXSystem (VXRand, VXRandFloat).
 // Limits: see WaveSpawner.h.
 #include "WaveSpawner.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "BeachGoblin.h"
 #include "BeachGoblinKing.h"
@@ -74,9 +73,9 @@ int DrawPercent(float unit) {
     return (int)(100.0f * unit);
 }
 
-// Level 2 draws from rand() directly; the value equals VXRandFloat's.
+// Level 2 draws from the sequence directly; the value equals VXRandFloat's.
 int DrawLevelPercent(int level) {
-    if (level == 2) return DrawPercent((float)(rand() / 32767.0));
+    if (level == 2) return DrawPercent((float)(VXRand() / 32767.0));
     return DrawPercent(VXRandFloat());
 }
 

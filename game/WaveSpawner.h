@@ -5,7 +5,8 @@
 // monsters whose health has reached 0.
 //
 // Depends on: Monster and the eight kinds, Tile (tileList), Level
-// (gCurrentLevel), VXSystem (VXRandFloat), the C runtime's rand().
+// (gCurrentLevel), VXSystem (VXRand, VXRandFloat: the game's one random
+// sequence).
 // Limits: levels 1-6; the spawn timer carries over between waves and levels.
 #pragma once
 

@@ -1,0 +1,222 @@
+// The wave spawner: release frames and kinds per wave, the timer carried
+// over between waves, spawn tiles for given random numbers (the game's
+// random sequence seeded with VXSeedRand, its values read back
+// independently), and the removal of dead monsters.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <typeinfo>
+#include <vector>
+
+#include "BeachGoblin.h"
+#include "Goblin.h"
+#include "GoblinKing.h"
+#include "Level.h"
+#include "SpiderBoss.h"
+#include "Spiderling.h"
+#include "TestSupport.h"
+#include "VXSystem.h"
+#include "Tile.h"
+#include "WaveSpawner.h"
+#include "WraithBoss.h"
+#include "Yeti.h"
+
+namespace {
+
+class Spawner : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        TestEngineStart();
+        gWaveSpawner.Clear();
+        gWaveSpawner.spawnTimer = 0.0f;
+    }
+    void TearDown() override {
+        gWaveSpawner.Clear();
+        FreeBoard();
+        TestEngineStop();
+    }
+    void Start(int level, unsigned wave) {
+        FreeBoard();
+        BuildBoard(BoardLayoutForLevel(level));
+        gCurrentLevel = level;
+        gWaveNumber = wave;
+        gWaveSpawner.SetupWave();
+    }
+    // Runs updates until n monsters have been released (or the limit); the
+    // update numbers (1-based) of the releases.
+    std::vector<int> RunReleases(size_t n, int limit) {
+        std::vector<int> at;
+        for (int u = 1; u <= limit && at.size() < n; ++u) {
+            const size_t before = gWaveSpawner.monsterList.size();
+            gWaveSpawner.Update();
+            if (gWaveSpawner.monsterList.size() > before) at.push_back(u);
+        }
+        return at;
+    }
+    int TileOf(const Monster& m) {
+        for (const auto& t : tileList)
+            if (t->posX == m.posX && t->posY == m.posY) return t->tileIndex;
+        return -1;
+    }
+};
+
+// The first values of the game's sequence for a seed, as a percentage
+// 0..100 in exact integer arithmetic.
+std::vector<int> Percentages(unsigned seed, int count) {
+    VXSeedRand(seed);
+    std::vector<int> r;
+    for (int i = 0; i < count; ++i) r.push_back(VXRand() * 100 / 32767);
+    return r;
+}
+
+} // namespace
+
+// One release every 300 updates from a timer at 0; kind, tile and tier per
+// level and wave.
+TEST_F(Spawner, WaveContentsAndReleaseFrames) {
+    struct Case {
+        const char* name;
+        int level;
+        unsigned wave;
+        size_t count;
+        const std::type_info& kind;
+        int tier, fixedTile; // -1: random tile
+    } cases[] = {
+        {"level 1 wave 1: three goblins on tile 5", 1, 1, 3, typeid(Goblin), 1, 5},
+        {"level 1 wave 2: three goblins", 1, 2, 3, typeid(Goblin), 1, 5},
+        {"level 2 wave 3: the goblin king on tile 5", 2, 3, 1, typeid(GoblinKing), 2, 5},
+        {"level 3 wave 1: five beach goblins", 3, 1, 5, typeid(BeachGoblin), 1, -1},
+        {"level 4 wave 2: seven spiderlings", 4, 2, 7, typeid(Spiderling), 1, -1},
+        {"level 4 wave 3: the brood mother", 4, 3, 1, typeid(SpiderBoss), 2, 5},
+        {"level 5 wave 1: eight yetis", 5, 1, 8, typeid(Yeti), 1, -1},
+        {"level 5 wave 3: the wraith on tile 10", 5, 3, 1, typeid(WraithBoss), 2, 10},
+        {"level 6 wave 1: eleven yetis", 6, 1, 11, typeid(Yeti), 1, -1},
+        {"level 6 wave 3: the wraith", 6, 3, 1, typeid(WraithBoss), 2, 10},
+    };
+    for (const Case& c : cases) {
+        gWaveSpawner.Clear();
+        gWaveSpawner.spawnTimer = 0.0f;
+        Start(c.level, c.wave);
+        std::vector<int> at = RunReleases(c.count + 1, 300 * (int)c.count + 600);
+        std::vector<int> want;
+        for (size_t i = 1; i <= c.count; ++i) want.push_back(300 * (int)i);
+        EXPECT_EQ(at, want) << c.name;
+        EXPECT_TRUE(gWaveSpawner.isDone) << c.name;
+        for (const auto& m : gWaveSpawner.monsterList) {
+            EXPECT_EQ(typeid(*m), c.kind) << c.name;
+            EXPECT_EQ(m->tier, c.tier) << c.name;
+            EXPECT_NE(m->pMesh, nullptr) << c.name;
+            EXPECT_FLOAT_EQ(m->transform.m[0][2], m->posX) << c.name;
+            if (c.fixedTile >= 0) EXPECT_EQ(TileOf(*m), c.fixedTile) << c.name;
+        }
+    }
+}
+
+// isDone is set by the done check at the start of the update after the
+// last release; the tutorial's third wave is done at once.
+TEST_F(Spawner, DoneFlag) {
+    Start(1, 1);
+    for (int u = 1; u <= 900; ++u) gWaveSpawner.Update();
+    EXPECT_EQ(gWaveSpawner.monsterList.size(), 3u);
+    EXPECT_FALSE(gWaveSpawner.isDone) << "the third release happens on update 900";
+    gWaveSpawner.Update();
+    EXPECT_TRUE(gWaveSpawner.isDone);
+
+    gWaveSpawner.Clear();
+    Start(1, 3);
+    EXPECT_FALSE(gWaveSpawner.isDone);
+    gWaveSpawner.Update();
+    EXPECT_TRUE(gWaveSpawner.isDone);
+    EXPECT_TRUE(gWaveSpawner.monsterList.empty());
+}
+
+// The timer is reset only by a release: a pause of 500 updates between
+// waves makes the next wave's first release immediate; without a board
+// the timer stands still.
+TEST_F(Spawner, TimerCarriesOverBetweenWaves) {
+    Start(1, 1);
+    for (int u = 1; u <= 900 + 500; ++u) gWaveSpawner.Update();
+    EXPECT_FLOAT_EQ(gWaveSpawner.spawnTimer, 500.0f);
+    gWaveNumber = 2;
+    gWaveSpawner.SetupWave();
+    EXPECT_FLOAT_EQ(gWaveSpawner.spawnTimer, 500.0f) << "SetupWave leaves the timer";
+    gWaveSpawner.Update();
+    EXPECT_EQ(gWaveSpawner.monsterList.size(), 4u) << "first release of wave 2 at once";
+
+    FreeBoard();
+    gWaveSpawner.Update();
+    EXPECT_FLOAT_EQ(gWaveSpawner.spawnTimer, 0.0f) << "no board, no counting";
+}
+
+// Bands of the draw r = 0..100 per level, from the design's tables.
+TEST(SpawnTiles, BandsPerLevel) {
+    struct Case {
+        int level, r, tile;
+    } cases[] = {
+        {1, 0, 5},    {1, 99, 5},   {2, 0, 5},   {2, 39, 5},   {2, 40, 90}, {2, 74, 90},
+        {2, 75, 99},  {2, 100, 99}, {3, 24, 1},  {3, 25, 9},   {3, 49, 9},  {3, 50, 90},
+        {3, 74, 90},  {3, 75, 99},  {4, 0, 1},   {4, 100, 99}, {5, 39, 5},  {5, 40, 90},
+        {5, 75, 99},  {6, 0, 3},    {6, 13, 3},  {6, 14, 7},   {6, 28, 7},  {6, 29, 50},
+        {6, 43, 50},  {6, 44, 59},  {6, 58, 59}, {6, 59, 92},  {6, 73, 92}, {6, 74, 97},
+        {6, 100, 97},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(WaveRegularSpawnTile(c.level, c.r), c.tile)
+            << "level " << c.level << ", r = " << c.r;
+}
+
+// Levels 2, 3 and 5 draw once per release; levels 4 and 6 draw on every
+// update while regular monsters remain, so release k (on update 300 k)
+// uses the (300 k)th value of the sequence.
+TEST_F(Spawner, RandomTilesFollowTheSequence) {
+    struct Case {
+        const char* name;
+        int level;
+        bool drawsEveryUpdate;
+    } cases[] = {
+        {"level 2 (the sequence itself)", 2, false},
+        {"level 3", 3, false},
+        {"level 4", 4, true},
+        {"level 5", 5, false},
+        {"level 6", 6, true},
+    };
+    for (const Case& c : cases) {
+        for (unsigned seed : {1u, 7u, 2026u}) {
+            const std::vector<int> r = Percentages(seed, 1200);
+            gWaveSpawner.Clear();
+            gWaveSpawner.spawnTimer = 0.0f;
+            Start(c.level, 1);
+            VXSeedRand(seed);
+            RunReleases(3, 900);
+            ASSERT_EQ(gWaveSpawner.monsterList.size(), 3u) << c.name;
+            for (int k = 0; k < 3; ++k) {
+                const int draw = c.drawsEveryUpdate ? 300 * (k + 1) - 1 : k;
+                EXPECT_EQ(TileOf(*gWaveSpawner.monsterList[k]),
+                          WaveRegularSpawnTile(c.level, r[draw]))
+                    << c.name << ", seed " << seed << ", release " << k;
+            }
+        }
+    }
+}
+
+// Every dead monster goes in the same update; the living keep their order.
+TEST_F(Spawner, DeadMonstersAreRemoved) {
+    Start(1, 3); // nothing to release
+    for (int i = 0; i < 4; ++i) {
+        auto g = std::make_unique<Goblin>();
+        g->posX = (float)i;
+        gWaveSpawner.monsterList.push_back(std::move(g));
+    }
+    gWaveSpawner.monsterList[0]->health = 0;
+    gWaveSpawner.monsterList[2]->health = 0;
+    gWaveSpawner.monsterList[3]->health = 1;
+    gWaveSpawner.Update();
+    ASSERT_EQ(gWaveSpawner.monsterList.size(), 2u);
+    EXPECT_FLOAT_EQ(gWaveSpawner.monsterList[0]->posX, 1.0f);
+    EXPECT_FLOAT_EQ(gWaveSpawner.monsterList[1]->posX, 3.0f);
+    gWaveSpawner.monsterList[1]->health -= 1; // a hit after this frame's update
+    EXPECT_EQ(gWaveSpawner.monsterList.size(), 2u);
+    gWaveSpawner.Update();
+    EXPECT_EQ(gWaveSpawner.monsterList.size(), 1u) << "removed at the next update";
+}
