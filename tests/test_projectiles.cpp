@@ -1,0 +1,194 @@
+// Projectiles: flight and hit worked out by hand, life, dead targets, the
+// boss rating at the star thresholds, the spark seeding and the drawn trail.
+#include "Level.h"
+#include "Projectile.h"
+#include "Scores.h"
+#include "TestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+#include "VXSystem.h"
+
+namespace {
+
+class Projectiles : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        TestEngineStart();
+        crystal = std::make_unique<Crystal>();
+    }
+    void TearDown() override {
+        monsters.clear();
+        crystal.reset();
+        TestEngineStop();
+    }
+    Monster& AddMonster(float x, float y, unsigned health, int tier) {
+        auto monster = std::make_unique<Monster>();
+        monster->posX = x;
+        monster->posY = y;
+        monster->health = health;
+        monster->tier = tier;
+        monster->boundingBox = {x - 10.0f, y - 10.0f, x + 10.0f, y + 10.0f};
+        monsters.push_back(std::move(monster));
+        return *monsters.back();
+    }
+    // Launched the way a tower does it.
+    static std::unique_ptr<Projectile> Launch(float x, float y) {
+        auto shot = std::make_unique<Projectile>();
+        shot->Launch(x, y);
+        shot->SetTransform(x, y, shot->size);
+        shot->SetMesh();
+        return shot;
+    }
+    // One tower frame for one projectile: update, then move.
+    void Frame(Projectile& shot) {
+        shot.Update(monsters, crystal.get());
+        shot.Move();
+    }
+
+    MonsterArray monsters;
+    std::unique_ptr<Crystal> crystal;
+};
+
+} // namespace
+
+TEST_F(Projectiles, FlightAndHitWorkedOutByHand) {
+    // Box 80..100 in x; the arrow's box reaches 80 at x = 77.5, which five
+    // units a frame from 0 first passes after 16 moves (x = 80, box to 82.5).
+    Monster& target = AddMonster(90.0f, 0.0f, 5, 1);
+    auto shot = Launch(0.0f, 0.0f);
+    for (int frame = 1; frame <= 16; ++frame) Frame(*shot);
+    EXPECT_EQ(80.0f, shot->posX);
+    EXPECT_EQ(284.0f, shot->life);
+    EXPECT_EQ(5u, target.health);
+    shot->Update(monsters, crystal.get());
+    EXPECT_EQ(4u, target.health);
+    EXPECT_EQ(0.0f, shot->life);
+    shot->Move();
+    EXPECT_EQ(0.0f, shot->life) << "life never drops below 0";
+    EXPECT_EQ(85.0f, shot->transform.m[0][2]) << "the spent arrow still moved this frame";
+    EXPECT_EQ(5.0f, shot->transform.m[0][0]);
+}
+
+TEST_F(Projectiles, DiagonalFlightCurvesAfterAMovingTarget) {
+    Monster& target = AddMonster(300.0f, 400.0f, 5, 1);
+    auto shot = Launch(0.0f, 0.0f);
+    Frame(*shot); // a 3-4-5 direction: (3, 4) per frame
+    EXPECT_NEAR(3.0f, shot->posX, 1e-5f);
+    EXPECT_NEAR(4.0f, shot->posY, 1e-5f);
+    target.posX = 3.0f; // now straight above
+    Frame(*shot);
+    EXPECT_NEAR(3.0f, shot->posX, 1e-5f);
+    EXPECT_NEAR(9.0f, shot->posY, 1e-5f);
+}
+
+TEST_F(Projectiles, SpentAfterThreeHundredMovesWithoutContact) {
+    AddMonster(5000.0f, 0.0f, 5, 1);
+    auto shot = Launch(0.0f, 0.0f);
+    for (int i = 0; i < 299; ++i) Frame(*shot);
+    EXPECT_EQ(1.0f, shot->life);
+    Frame(*shot);
+    EXPECT_EQ(0.0f, shot->life);
+}
+
+TEST_F(Projectiles, DeadTargetSpendsTheArrowWithoutAHit) {
+    Monster& target = AddMonster(0.0f, 0.0f, 1, 1);
+    auto first = Launch(0.0f, 0.0f);
+    auto second = Launch(0.0f, 0.0f);
+    first->Update(monsters, crystal.get());
+    second->Update(monsters, crystal.get());
+    EXPECT_EQ(0u, target.health) << "health never wraps below 0";
+    EXPECT_EQ(0.0f, first->life);
+    EXPECT_EQ(0.0f, second->life);
+    EXPECT_FALSE(gBossKilled) << "a regular monster rates nothing";
+}
+
+TEST_F(Projectiles, BossDeathRatesTheLevelFromTheCrystal) {
+    struct Case {
+        const char* name;
+        int crystalHealth;
+        int storedBefore;
+        int starsBefore;
+        int starsAfter, storedAfter;
+    } cases[] = {
+        {"full crystal", 100, 0, 0, 3, 3},    {"60 gives three", 60, 0, 0, 3, 3},
+        {"59 gives two", 59, 0, 0, 2, 2},     {"25 gives two", 25, 0, 0, 2, 2},
+        {"24 gives one", 24, 0, 0, 1, 1},     {"1 gives one", 1, 0, 0, 1, 1},
+        {"0 changes nothing", 0, 0, 2, 2, 2}, {"never lowered", 30, 3, 0, 2, 3},
+    };
+    gCurrentLevel = 4;
+    for (const Case& c : cases) {
+        monsters.clear();
+        Monster& boss = AddMonster(0.0f, 0.0f, 1, 2);
+        crystal->health = c.crystalHealth;
+        gLevelRatings[3] = c.storedBefore;
+        gStarsEarned = c.starsBefore;
+        gBossKilled = false;
+        auto shot = Launch(0.0f, 0.0f);
+        shot->Update(monsters, crystal.get());
+        EXPECT_EQ(0u, boss.health) << c.name;
+        EXPECT_EQ(c.starsAfter, gStarsEarned) << c.name;
+        EXPECT_EQ(c.storedAfter, gLevelRatings[3]) << c.name;
+        EXPECT_TRUE(gBossKilled) << c.name;
+        // Every later projectile that finds the boss dead gives the same.
+        auto late = Launch(50.0f, 50.0f);
+        late->Update(monsters, crystal.get());
+        EXPECT_EQ(c.starsAfter, gStarsEarned) << c.name;
+        EXPECT_EQ(c.storedAfter, gLevelRatings[3]) << c.name;
+    }
+}
+
+TEST_F(Projectiles, SparksAreSeededAroundTheLaunchAndShrinkIntoTheTrail) {
+    // The four draws of a spark, by hand: width, height, placement y, x.
+    VXSeedRand(77);
+    const double r1 = VXRand() / 32767.0, r2 = VXRand() / 32767.0;
+    const double r3 = VXRand() / 32767.0, r4 = VXRand() / 32767.0;
+    VXSeedRand(77);
+    auto shot = Launch(100.0f, -40.0f);
+    EXPECT_NEAR(15.0 * r1, shot->sparkSize[0].x, 1e-4);
+    EXPECT_NEAR(15.0 * r2, shot->sparkSize[0].y, 1e-4);
+    EXPECT_NEAR(95.0 + 10.0 * r4, shot->sparkLocal[0].m[0][2], 1e-4);
+    EXPECT_NEAR(-45.0 + 10.0 * r3, shot->sparkLocal[0].m[1][2], 1e-4);
+    for (int i = 0; i < PROJECTILE_SPARK_COUNT; ++i) {
+        EXPECT_LE(std::abs(shot->sparkLocal[i].m[0][2] - 100.0f), 5.0f) << "spark " << i;
+        EXPECT_LE(std::abs(shot->sparkLocal[i].m[1][2] + 40.0f), 5.0f) << "spark " << i;
+    }
+    AddMonster(1000.0f, 1000.0f, 5, 1);
+    const VXVec2 before = shot->sparkSize[3];
+    shot->Update(monsters, crystal.get());
+    // Drawn at the size from before the shrink, where the spark was placed.
+    EXPECT_EQ(before.x, shot->sparkWorld[3].m[0][0]);
+    EXPECT_EQ(before.y, shot->sparkWorld[3].m[1][1]);
+    EXPECT_EQ(shot->sparkLocal[3].m[0][2], shot->sparkWorld[3].m[0][2]);
+    if (before.x - 0.5f > 0.0f && before.y - 0.5f > 0.0f) {
+        EXPECT_EQ(before.x - 0.5f, shot->sparkSize[3].x);
+    }
+    // No spark is wider than 15, so 30 frames of shrinking by 0.5 re-seed
+    // every one of them at least once.
+    VXMtx33 launched[PROJECTILE_SPARK_COUNT];
+    std::copy(shot->sparkLocal, shot->sparkLocal + PROJECTILE_SPARK_COUNT, launched);
+    for (int i = 0; i < 30; ++i) Frame(*shot);
+    for (int i = 0; i < PROJECTILE_SPARK_COUNT; ++i)
+        EXPECT_NE(launched[i].m[0][2], shot->sparkLocal[i].m[0][2]) << "spark " << i;
+}
+
+TEST_F(Projectiles, SparksGlowRedOverTheLaunchPointOnly) {
+    auto shot = Launch(0.0f, 0.0f);
+    AddMonster(300.0f, 0.0f, 5, 1);
+    shot->Update(monsters, crystal.get());
+    VXSysFrameStart();
+    shot->DrawSparks();
+    int width = 0, height = 0;
+    std::vector<unsigned char> frame = TestReadFrame(width, height);
+    VXSysFrameEnd();
+    const TestRgba centre = TestPixelAtWorld(frame, width, height, 0.0f, 0.0f);
+    const TestRgba away = TestPixelAtWorld(frame, width, height, -200.0f, 150.0f);
+    EXPECT_GT(centre.r, 0) << TestDescribe(centre);
+    EXPECT_GE(centre.r, centre.g) << TestDescribe(centre);
+    EXPECT_GE(centre.r, centre.b) << TestDescribe(centre);
+    EXPECT_TRUE(TestNear(away, TestRgba{0, 0, 0, 255}, 0)) << TestDescribe(away);
+}
