@@ -1,0 +1,275 @@
+// Tower building: towers handed out on free tiles, and the drag-and-merge
+// matrix on the level-1 board (layout 3) with the mouse driven frame by
+// frame, the tile tints, and the ids that must keep naming the right tower.
+#include "ArcherTower_Tier1.h"
+#include "ArcherTower_Tier2.h"
+#include "TestSupport.h"
+#include "Tile.h"
+#include "TowerBuilding.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "VXInput.h"
+#include "VXSystem.h"
+
+namespace {
+
+class TowerDrag : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        TestEngineStart();
+        std::memset(gVXInputKeyCurr, 0, 256);
+        std::memset(gVXInputKeyPrev, 0, 256);
+    }
+    void TearDown() override {
+        towerList.clear();
+        FreeBoard();
+        TestEngineStop();
+    }
+    // A fresh level-1 board with the crystal and the given towers (tile, tier).
+    static void NewBoard(const std::vector<std::pair<int, int>>& towers) {
+        towerList.clear();
+        FreeBoard();
+        BuildBoard(3);
+        tileList[55]->moveCost = 1;
+        gDragTower = -1;
+        gDragMoveCost = 0;
+        gDropBlocked = gMergePending = gTutorialMoved = gTutorialMergeSeen = false;
+        for (auto [index, tier] : towers) {
+            Tile& tile = *tileList[index];
+            if (tier == 1)
+                towerList.push_back(std::make_unique<ArcherTower_Tier1>());
+            else
+                towerList.push_back(std::make_unique<ArcherTower_Tier2>());
+            towerList.back()->posX = tile.posX;
+            towerList.back()->posY = tile.posY;
+            tile.moveCost = tier == 1 ? 2 : 3;
+            tile.occupant = (int)towerList.size() - 1;
+        }
+    }
+    // One frame of the mouse over a tile's centre.
+    static void Mouse(bool down, int tileIndex) {
+        std::memcpy(gVXInputKeyPrev, gVXInputKeyCurr, 256);
+        gVXInputKeyCurr[VX_KEY_LBUTTON] = down ? 0x80 : 0;
+        gVXInputCursorX = (int)tileList[tileIndex]->posX + 400;
+        gVXInputCursorY = 300 - (int)tileList[tileIndex]->posY;
+        HandleTowerDrag();
+    }
+    // Press on the first tile, hold over the others, release on the last.
+    static void Drag(const std::vector<int>& path) {
+        for (int index : path) Mouse(true, index);
+        Mouse(false, path.back());
+    }
+    // The tier standing on a tile, 0 for none; checks that the tile's id
+    // names a tower standing on that very tile.
+    static int TierOn(int index) {
+        const Tile& tile = *tileList[index];
+        if (tile.occupant < 0) return tile.moveCost == 2 || tile.moveCost == 3 ? -1 : 0;
+        if ((size_t)tile.occupant >= towerList.size()) return -2;
+        const Tower& tower = *towerList[tile.occupant];
+        if (tower.posX != tile.posX || tower.posY != tile.posY) return -3;
+        const int tier = dynamic_cast<const ArcherTower_Tier2*>(&tower) ? 3 : 2;
+        return tier == (int)tile.moveCost ? tier - 1 : -4;
+    }
+    // Every tower is named by exactly one tile.
+    static void ExpectEveryTowerNamedOnce(const char* name) {
+        std::vector<int> named(towerList.size(), 0);
+        for (const auto& tile : tileList)
+            if (tile->occupant >= 0 && (size_t)tile->occupant < named.size())
+                named[tile->occupant]++;
+        for (size_t id = 0; id < named.size(); ++id)
+            EXPECT_EQ(1, named[id]) << name << ": tower " << id;
+    }
+};
+
+} // namespace
+
+TEST_F(TowerDrag, DragAndMergeMatrix) {
+    // Layout 3, row 4 holds tiles 43-47, row 5 tiles 52-57 (55: crystal);
+    // tile 42 is off the board.
+    struct Case {
+        const char* name;
+        std::vector<std::pair<int, int>> towers;
+        std::vector<int> path;
+        std::vector<std::pair<int, int>> expected; // tile, tier (0 none)
+        size_t towerCount;
+        bool moved;
+    } cases[] = {
+        {"to a free tile", {{44, 1}}, {44, 45}, {{44, 0}, {45, 1}}, 1, true},
+        {"press and release in place", {{44, 1}}, {44}, {{44, 1}}, 1, false},
+        {"back over the start keeps the last free tile",
+         {{44, 1}},
+         {44, 45, 44},
+         {{44, 0}, {45, 1}},
+         1,
+         true},
+        {"over a second tier, then free: goes back",
+         {{44, 1}, {53, 2}},
+         {44, 53, 45},
+         {{44, 1}, {45, 0}, {53, 2}},
+         2,
+         false},
+        {"onto a second tier: refused", {{44, 1}, {53, 2}}, {44, 53}, {{44, 1}, {53, 2}}, 2, false},
+        {"over the crystal: goes back", {{44, 1}}, {44, 55, 45}, {{44, 1}, {45, 0}}, 1, false},
+        {"over a tile off the board: goes back",
+         {{43, 1}},
+         {43, 42, 44},
+         {{43, 1}, {44, 0}},
+         1,
+         false},
+        {"onto a partner: merged on the partner's tile",
+         {{44, 1}, {46, 1}},
+         {44, 45, 46},
+         {{44, 0}, {45, 0}, {46, 2}},
+         1,
+         false},
+        {"partner, then free: refused",
+         {{44, 1}, {46, 1}},
+         {44, 46, 45},
+         {{44, 1}, {45, 0}, {46, 1}},
+         2,
+         false},
+        {"partner, then back over the start: merged",
+         {{44, 1}, {46, 1}},
+         {44, 46, 44},
+         {{44, 0}, {46, 2}},
+         1,
+         false},
+        {"second tier onto second tier: refused",
+         {{53, 2}, {57, 2}},
+         {53, 57},
+         {{53, 2}, {57, 2}},
+         2,
+         false},
+        {"second tier to a free tile", {{53, 2}}, {53, 54}, {{53, 0}, {54, 2}}, 1, true},
+    };
+    for (const Case& c : cases) {
+        NewBoard(c.towers);
+        Drag(c.path);
+        for (auto [index, tier] : c.expected)
+            EXPECT_EQ(tier, TierOn(index)) << c.name << ", tile " << index;
+        EXPECT_EQ(c.towerCount, towerList.size()) << c.name;
+        EXPECT_EQ(c.moved, gTutorialMoved) << c.name;
+        EXPECT_EQ(-1, gDragTower) << c.name;
+        EXPECT_FALSE(gDropBlocked) << c.name;
+        EXPECT_FALSE(gMergePending) << c.name;
+        ExpectEveryTowerNamedOnce(c.name);
+        for (const auto& tower : towerList) EXPECT_EQ(1.0f, tower->tintColor[3]) << c.name;
+    }
+}
+
+TEST_F(TowerDrag, MergeRenumbersTheOtherTowers) {
+    // Five towers with ids 0-4 on tiles 43-47; the merged pair leaves three,
+    // renumbered 0-2 in their old order, and the new tower takes id 3.
+    struct Case {
+        const char* name;
+        int from, onto;
+        int ids[5]; // occupant of tiles 43..47 afterwards
+    } cases[] = {
+        {"id 1 onto id 3", 44, 46, {0, -1, 1, 3, 2}},
+        {"id 3 onto id 1", 46, 44, {0, 3, 1, -1, 2}},
+        {"id 0 onto id 4", 43, 47, {-1, 0, 1, 2, 3}},
+        {"neighbours 2 onto 3", 45, 46, {0, 1, -1, 3, 2}},
+    };
+    for (const Case& c : cases) {
+        NewBoard({{43, 1}, {44, 1}, {45, 1}, {46, 1}, {47, 1}});
+        // Hold over the partner only: the tiles between would move the tower.
+        Mouse(true, c.from);
+        Mouse(true, c.onto);
+        Mouse(false, c.onto);
+        ASSERT_EQ(4u, towerList.size()) << c.name;
+        for (int i = 0; i < 5; ++i)
+            EXPECT_EQ(c.ids[i], tileList[43 + i]->occupant) << c.name << ", tile " << 43 + i;
+        EXPECT_EQ(2, TierOn(c.onto)) << c.name;
+        EXPECT_EQ(0, TierOn(c.from)) << c.name;
+        EXPECT_TRUE(gTutorialMergeSeen) << c.name;
+        ExpectEveryTowerNamedOnce(c.name);
+        EXPECT_EQ(0.0f, towerList.back()->fireTimer) << c.name;
+    }
+}
+
+TEST_F(TowerDrag, TintsFollowTheCursorAndTheDraggedTowerFades) {
+    NewBoard({{44, 1}});
+    Mouse(true, 44);
+    EXPECT_EQ(0.5f, towerList[0]->tintColor[3]);
+    EXPECT_EQ(0.0f, tileList[44]->tintColor[1]) << "hovered: green off";
+    EXPECT_EQ(0.0f, tileList[44]->tintColor[2]) << "start tile: blue off";
+    Mouse(true, 55);
+    const float* crystalTile = tileList[55]->tintColor;
+    EXPECT_EQ(1.0f, crystalTile[0]);
+    EXPECT_EQ(0.0f, crystalTile[1]);
+    EXPECT_EQ(0.0f, crystalTile[2]) << "blocked under the cursor: pure red";
+    Mouse(true, 45);
+    EXPECT_EQ(1.0f, crystalTile[0]);
+    EXPECT_EQ(1.0f, crystalTile[1]);
+    EXPECT_EQ(0.0f, crystalTile[2]) << "crossed blocked tile: yellow";
+    EXPECT_EQ(tileList[45]->posX, towerList[0]->posX) << "the tower follows to free tiles";
+    Mouse(false, 45);
+    for (const auto& tile : tileList)
+        for (int k = 0; k < 3; ++k)
+            EXPECT_EQ(1.0f, tile->tintColor[k]) << "tile " << tile->tileIndex;
+    EXPECT_EQ(1.0f, towerList[0]->tintColor[3]);
+    EXPECT_EQ(1, TierOn(44)) << "refused: back on the start tile";
+}
+
+TEST_F(TowerDrag, PressOffATowerStartsNoDragAndSpoilsNoLaterDrag) {
+    NewBoard({{44, 1}});
+    // Pressed on a free tile and swept over the crystal: no tower moves.
+    Mouse(true, 45);
+    EXPECT_EQ(-1, gDragTower);
+    Mouse(true, 55);
+    Mouse(false, 46);
+    EXPECT_EQ(1, TierOn(44));
+    // The next real drag starts clean and lands.
+    Drag({44, 46});
+    EXPECT_EQ(0, TierOn(44));
+    EXPECT_EQ(1, TierOn(46));
+    // A press on the crystal or outside the board picks nothing up either.
+    Drag({55, 45});
+    Drag({42, 45});
+    EXPECT_EQ(1, TierOn(46));
+    EXPECT_EQ(0, TierOn(45));
+}
+
+TEST_F(TowerDrag, HandedOutTowersLandOnFreeTiles) {
+    struct Case {
+        const char* name;
+        int freeTiles; // tiles left free on a full layout-6 board
+        int asked, made;
+    } cases[] = {
+        {"two on an open board", 99, 2, 2},
+        {"two with one free tile", 1, 2, 1},
+        {"one with none free", 0, 1, 0},
+    };
+    for (const Case& c : cases) {
+        towerList.clear();
+        FreeBoard();
+        BuildBoard(6);
+        tileList[55]->moveCost = 1;
+        // Fill from the top until the wanted number of free tiles is left.
+        int toFill = 99 - c.freeTiles;
+        for (auto& tile : tileList)
+            if (toFill > 0 && tile->moveCost == 0) tile->moveCost = 1000, --toFill;
+        VXSeedRand(5);
+        CreateTowers(c.asked);
+        EXPECT_EQ((size_t)c.made, towerList.size()) << c.name;
+        for (const auto& tile : tileList)
+            if (tile->occupant >= 0) {
+                EXPECT_EQ(1, TierOn(tile->tileIndex)) << c.name;
+            }
+        ExpectEveryTowerNamedOnce(c.name);
+    }
+    // A later hand-out numbers on from the towers already there.
+    NewBoard({});
+    CreateTowers(2);
+    CreateTowers(1);
+    EXPECT_EQ(3u, towerList.size());
+    ExpectEveryTowerNamedOnce("hand-out at a wave start");
+    FreeBoard();
+    CreateTowers(1); // no board: nothing
+    EXPECT_EQ(3u, towerList.size());
+}
