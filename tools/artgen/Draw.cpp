@@ -98,6 +98,21 @@ void FillOutlined(cairo_t* cr, Rgb top, Rgb bottom, double y0, double y1, double
     cairo_pattern_destroy(p);
 }
 
+// Ink under the fill: the fill covers the inner halves of every stroke, so
+// overlapping shapes read as one outlined blob.
+void FillUnionOutlined(cairo_t* cr, Rgb top, Rgb bottom, double y0, double y1, double outline,
+                       Rgb ink) {
+    cairo_path_t* path = cairo_copy_path(cr);
+    SetRgb(cr, ink);
+    cairo_set_line_width(cr, outline * 2);
+    cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
+    cairo_stroke(cr);
+    cairo_append_path(cr, path);
+    cairo_path_destroy(path);
+    cairo_set_fill_rule(cr, CAIRO_FILL_RULE_WINDING);
+    FillOutlined(cr, top, bottom, y0, y1, 0);
+}
+
 // Flat fill plus ink outline.
 void FillFlat(cairo_t* cr, Rgb fill, double outline, Rgb ink) {
     SetRgb(cr, fill);

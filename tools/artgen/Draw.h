@@ -59,6 +59,9 @@ void StarPath(cairo_t* cr, double cx, double cy, double rOuter, double rInner, i
 // strokes it with the ink outline; the path is consumed.
 void FillOutlined(cairo_t* cr, Rgb top, Rgb bottom, double y0, double y1, double outline,
                   Rgb ink = Pal::kInk);
+// Same, but for a path of overlapping shapes: only the outer edge is inked.
+void FillUnionOutlined(cairo_t* cr, Rgb top, Rgb bottom, double y0, double y1, double outline,
+                       Rgb ink = Pal::kInk);
 // Same with a flat fill.
 void FillFlat(cairo_t* cr, Rgb fill, double outline, Rgb ink = Pal::kInk);
 // A soft radial glow disc.

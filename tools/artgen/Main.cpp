@@ -55,6 +55,22 @@ void InkStroke(cairo_t* cr, double width, Rgb colour, double rim) {
     cairo_set_line_cap(cr, CAIRO_LINE_CAP_BUTT);
 }
 
+// The icon's picture: its one entry is a PNG stored after the 22-byte
+// directory. Null when the file is missing.
+static cairo_surface_t* IconEntry(const std::string& path) {
+    FILE* f = std::fopen(path.c_str(), "rb");
+    if (!f) return nullptr;
+    std::fseek(f, 22, SEEK_SET);
+    cairo_surface_t* pic = cairo_image_surface_create_from_png_stream(
+        [](void* c, unsigned char* d, unsigned int n) {
+            return std::fread(d, 1, n, static_cast<FILE*>(c)) == n ? CAIRO_STATUS_SUCCESS
+                                                                   : CAIRO_STATUS_READ_ERROR;
+        },
+        f);
+    std::fclose(f);
+    return pic;
+}
+
 // One grid of every picture with its name under it.
 static int ContactSheet(const char* out, const std::string& dir) {
     const int cellW = 260, cellH = 210, cols = 10;
@@ -75,30 +91,9 @@ static int ContactSheet(const char* out, const std::string& dir) {
                 cairo_fill(cr);
             }
         std::string path = dir + "/" + name;
-        cairo_surface_t* pic = nullptr;
-        if (i < kArtManifestCount) {
-            pic = cairo_image_surface_create_from_png(path.c_str());
-        } else {
-            // The icon: show its own 32 x 32 entry, stored as a PNG after the
-            // 22-byte directory.
-            FILE* f = std::fopen(path.c_str(), "rb");
-            if (f) {
-                std::fclose(f);
-                struct Reader {
-                    FILE* f;
-                };
-                Reader rd{std::fopen(path.c_str(), "rb")};
-                std::fseek(rd.f, 22, SEEK_SET);
-                pic = cairo_image_surface_create_from_png_stream(
-                    [](void* c, unsigned char* d, unsigned int n) {
-                        return std::fread(d, 1, n, static_cast<Reader*>(c)->f) == n
-                                   ? CAIRO_STATUS_SUCCESS
-                                   : CAIRO_STATUS_READ_ERROR;
-                    },
-                    &rd);
-                std::fclose(rd.f);
-            }
-        }
+        cairo_surface_t* pic = i < kArtManifestCount
+                                   ? cairo_image_surface_create_from_png(path.c_str())
+                                   : IconEntry(path);
         if (!pic || cairo_surface_status(pic) != CAIRO_STATUS_SUCCESS) {
             ++missing;
             Letter(cr, "MISSING", x + cellW / 2.0, y + 95, 28, Pal::kRed);
@@ -116,7 +111,9 @@ static int ContactSheet(const char* out, const std::string& dir) {
         LetterLeft(cr, name, x + 6, y + 198, 13, {1, 1, 1}, false);
     }
     cairo_destroy(cr);
-    bool ok = SaveCanvas(sheet, ".", out);
+    cairo_surface_flush(sheet);
+    bool ok = cairo_surface_write_to_png(sheet, out) == CAIRO_STATUS_SUCCESS;
+    if (!ok) std::printf("artgen: cannot write %s\n", out);
     cairo_surface_destroy(sheet);
     if (missing) std::printf("artgen: %d pictures missing or unreadable\n", missing);
     return ok && missing == 0 ? 0 : 1;
@@ -138,7 +135,6 @@ int main(int argc, char** argv) {
         okB &= DrawBackgrounds(dir);
         okB &= DrawMenuArt(dir);
         okB &= DrawLogos(dir);
-        okB &= DrawPages(dir);
     });
     okA &= DrawMonsters(dir);
     okA &= DrawTowersAndCrystal(dir);
@@ -146,6 +142,7 @@ int main(int argc, char** argv) {
     okA &= DrawButtons(dir);
     okA &= DrawSigns(dir);
     okA &= DrawOverlays(dir);
+    okA &= DrawPages(dir);
     other.join();
     return okA && okB ? 0 : 1;
 }

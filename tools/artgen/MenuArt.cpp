@@ -23,32 +23,21 @@ bool NearSpot(double x, double y, double r) {
 }
 
 void Land(cairo_t* cr) {
-    // Sea everywhere, then the island.
     cairo_rectangle(cr, 0, 0, 800, 600);
-    FillOutlined(cr, Hex(0x5fb8d8), Hex(0x2a78b0), 0, 600, 0);
-    cairo_move_to(cr, 0, 0);
-    cairo_line_to(cr, 800, 0);
-    cairo_line_to(cr, 800, 600);
-    cairo_line_to(cr, 560, 600);
-    cairo_curve_to(cr, 520, 560, 470, 575, 430, 560);
-    cairo_curve_to(cr, 390, 548, 320, 560, 280, 585);
-    cairo_curve_to(cr, 240, 600, 200, 600, 180, 600);
-    cairo_line_to(cr, 0, 600);
-    cairo_close_path(cr);
-    FillOutlined(cr, Hex(0x9fd068), Hex(0x6fae48), 0, 600, 5);
-    // Beach rim along the bay.
-    cairo_move_to(cr, 560, 600);
-    cairo_curve_to(cr, 520, 560, 470, 575, 430, 560);
-    cairo_curve_to(cr, 390, 548, 320, 560, 280, 585);
-    cairo_curve_to(cr, 240, 600, 200, 600, 180, 600);
-    SetRgb(cr, Hex(0xf3dc9c));
-    cairo_set_line_width(cr, 40);
+    FillOutlined(cr, Hex(0x9fd068), Hex(0x6fae48), 0, 600, 0);
+    // A bay at the bottom: sand, then the sea with a foam edge.
+    Ellipse(cr, 400, 650, 260, 120);
+    FillOutlined(cr, Hex(0xf7e4aa), Hex(0xe3c283), 530, 650, 3);
+    Ellipse(cr, 410, 665, 220, 95);
+    FillOutlined(cr, Hex(0x5fb8d8), Hex(0x2a78b0), 570, 660, 0);
+    Ellipse(cr, 410, 665, 220, 95);
+    SetRgb(cr, {1, 1, 1}, 0.85);
+    cairo_set_line_width(cr, 3);
     cairo_stroke(cr);
-    // Foam.
     for (int i = 0; i < 3; ++i) {
-        cairo_move_to(cr, 300 + i * 70, 592);
-        cairo_curve_to(cr, 310 + i * 70, 586, 325 + i * 70, 598, 340 + i * 70, 590);
-        SetRgb(cr, {1, 1, 1}, 0.8);
+        cairo_move_to(cr, 330 + i * 60, 588);
+        cairo_curve_to(cr, 340 + i * 60, 582, 355 + i * 60, 594, 370 + i * 60, 586);
+        SetRgb(cr, {1, 1, 1}, 0.7);
         cairo_set_line_width(cr, 2.5);
         cairo_stroke(cr);
     }
@@ -69,7 +58,7 @@ void StormLand(cairo_t* cr) {
             cairo_new_sub_path(cr);
             cairo_arc(cr, x - 16 + k * 16, y - (k == 1 ? 8 : 0), 16, 0, 2 * M_PI);
         }
-        FillOutlined(cr, Hex(0x8a88a8), Hex(0x4a4868), y - 24, y + 16, 2.5);
+        FillUnionOutlined(cr, Hex(0x8a88a8), Hex(0x4a4868), y - 24, y + 16, 2.5);
     }
     cairo_move_to(cr, 690, 150);
     cairo_line_to(cr, 676, 180);
@@ -80,7 +69,7 @@ void StormLand(cairo_t* cr) {
 
 void Mountains(cairo_t* cr) {
     // Snowy peaks along the top middle.
-    const double peaks[][3] = {{430, 95, 60}, {520, 80, 70}, {600, 100, 50}};
+    const double peaks[][3] = {{515, 80, 70}, {600, 100, 50}};
     for (auto& m : peaks) {
         double x = m[0], base = m[1] + 30, h = m[2] + 30;
         cairo_move_to(cr, x - h * 0.8, base);

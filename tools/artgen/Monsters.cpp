@@ -130,18 +130,20 @@ void Goblin(cairo_t* cr, const GoblinLook& g, double phase, double swing) {
 
     // Front arm with the weapon.
     cairo_save(cr);
-    cairo_translate(cr, 44, 52 + bob);
+    cairo_translate(cr, 48, 54 + bob);
     cairo_rotate(cr, -swing + 0.12 * s);
     if (g.weapon == 0) {
-        // Knobbly club held forward.
-        cairo_move_to(cr, -10, 8);
-        cairo_line_to(cr, -16, -16);
-        cairo_curve_to(cr, -22, -26, -8, -30, -8, -18);
-        cairo_line_to(cr, -6, 8);
+        // Knobbly club held out in front, below the face.
+        cairo_move_to(cr, -14, 12);
+        cairo_line_to(cr, -30, -2);
+        cairo_curve_to(cr, -42, -8, -36, -22, -26, -12);
+        cairo_line_to(cr, -10, 8);
         cairo_close_path(cr);
-        FillOutlined(cr, Hex(0xb07a45), Pal::kWoodDark, -28, 8, rim);
+        FillOutlined(cr, Hex(0xb07a45), Pal::kWoodDark, -20, 12, rim);
     } else {
-        // Trident.
+        // Trident, held upright ahead of the face.
+        cairo_save(cr);
+        cairo_translate(cr, -16, 6);
         InkLine(cr, -10, 14, -14, -26, 3.2, Hex(0xa87444), rim * 0.8);
         cairo_move_to(cr, -22, -24);
         cairo_curve_to(cr, -22, -32, -20, -34, -20, -36);
@@ -152,9 +154,10 @@ void Goblin(cairo_t* cr, const GoblinLook& g, double phase, double swing) {
         cairo_move_to(cr, -22, -24);
         cairo_curve_to(cr, -18, -28, -10, -28, -6, -28);
         InkStroke(cr, 2.6, Hex(0xd8e4ea), rim * 0.7);
+        cairo_restore(cr);
     }
-    InkLine(cr, 0, 0, -10, 10, 6.5 * b, g.skin, rim);
-    Ellipse(cr, -10, 10, 4.2, 4.2);
+    InkLine(cr, 0, 0, -12, 10, 6.5 * b, g.skin, rim);
+    Ellipse(cr, -12, 10, 4.2, 4.2);
     FillFlat(cr, g.skin, rim * 0.8);
     cairo_restore(cr);
 }
@@ -171,14 +174,15 @@ void Spider(cairo_t* cr, double phase, bool attack, bool boss) {
     SetRgb(cr, {0, 0, 0}, 0.25);
     cairo_fill(cr);
 
-    // Eight legs: far side darker, alternate pairs step together.
+    // Eight legs: far side darker, alternate pairs step together; they fan
+    // out from the body, front legs reaching ahead, back legs trailing.
     for (int side = 0; side < 2; ++side) {
         Rgb c = side == 0 ? Shade(body, 0.7) : body;
         for (int i = 0; i < 4; ++i) {
             double step = ((i + side) % 2 == 0 ? 1 : -1) * 4 * s;
             double bx = 40 + i * 7, by = 58 + lift * (i == 0 ? 1 : 0.3);
-            double kx = 22 + i * 18 + step, ky = 38 - (side == 0 ? 4 : 0);
-            double fx = 14 + i * 22 + step * 1.4, fy = 90;
+            double fx = 50 + (i - 1.5) * 28 + (side == 0 ? 6 : 0) + step, fy = 90;
+            double kx = (bx + fx) / 2 + (i - 1.5) * 4, ky = 30 - (side == 0 ? 4 : 0) - step * 0.5;
             if (attack && i == 0) { // front legs raised to strike
                 kx = 14;
                 ky = 28 + 6 * s;
