@@ -28,7 +28,7 @@ namespace {
 
 // Vorbis quality: transparent enough for ambience and orchestra while the
 // whole set stays near 10 MB.
-const float kQuality = 0.4f;
+const float kQuality = 0.6f;
 
 // Places the SoundFont may be installed by the Debian packages.
 const char* const kSoundFonts[] = {
