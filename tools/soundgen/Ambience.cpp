@@ -165,7 +165,7 @@ Buffer MakeColdWind() {
 
     PinkNoise srcL(21), srcR(22);
     Rng hiss(23);
-    Drift gust(24, 2.6, 0.15, 1.0), gustLag(25, 2.6, 0.15, 1.0);
+    Drift gust(24, 2.6, 0.3, 1.0), gustLag(25, 2.6, 0.3, 1.0);
     Drift howl1(26, 3.3, 380, 760), howl2(27, 2.7, 600, 1100), body(28, 3.7, 600, 2200);
     Drift flutter(29, 0.09, 0.2, 1.0);
     Svf howlL1, howlR1, howlL2, howlR2, bodyL, bodyR, treeL, treeR, lowCutL, lowCutR;

@@ -52,8 +52,7 @@ void Accompany(Score& s, double at, const char* bar, int velocity) {
         int root = RootFrom(c, 36);
         for (double k = 0; k < span; k += 1.0)
             s.Note(from + k, 0.4, Bass, int(k) % 2 ? root + 7 : root, velocity + 10);
-        int timp = RootFrom(c, 36) < 40 ? RootFrom(c, 36) + 12 : RootFrom(c, 36);
-        s.Note(from, 0.4, Timp, timp > 45 ? timp - 12 : timp, velocity + 6);
+        s.Note(from, 0.4, Timp, RootFrom(c, 36), velocity + 6);
         s.Chord(from, span - 0.1, Horns, velocity - 20, Voicing(c, 53));
     }
 }

@@ -38,7 +38,7 @@ void AddWave(Buffer& out, std::size_t start, double size, double pan, std::uint6
         // Fade the tail right out so the event ends at silence.
         level *= std::min(1.0, (length - t) / 1.0) * size;
         double foamLevel = t < rise ? 0
-                                    : (1 - std::exp(-(t - rise) / 0.15)) *
+                                    : (1 - std::exp(-(t - rise) / 0.4)) *
                                           std::exp(-(t - rise) / 2.4) * fizz.Next();
         foamLevel *= std::min(1.0, (length - t) / 1.0) * size;
         float l = fl.Low(bodyL.Next(), cutoff, 0.6) * float(level);
@@ -125,8 +125,8 @@ void AddThunder(Buffer& out, std::size_t start, double size, bool clap, std::uin
             l += cl.High(w, 300) * float(0.8 * crack);
             r += cr.High(w, 300) * float(0.8 * crack);
         }
-        out.left[start + i] += float(l * size * 2.0);
-        out.right[start + i] += float(r * size * 2.0);
+        out.left[start + i] += float(l * size * 0.3);
+        out.right[start + i] += float(r * size * 0.3);
     }
 }
 
