@@ -2,7 +2,6 @@
 // orderly shutdown.
 #include "GameMain.h"
 
-#include <cstdlib>
 #include <ctime>
 
 #include "Audio.h"
@@ -48,7 +47,7 @@ void RunFrame(void) {
 } // namespace
 
 void GameStartup(void) {
-    std::srand((unsigned)std::time(nullptr));
+    VXSeedRand((unsigned)std::time(nullptr));
     VXSysInit(nullptr, 0, 800, 600, 0, 60, nullptr);
     VXSysSetWindowTitle("Quarrow!");
     VXSysSetWindowIcon("./Resources/crystal.ico", 32);

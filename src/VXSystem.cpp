@@ -6,7 +6,6 @@
 #include "VXSystem.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <vector>
 
 #include "VXFrameRateController.h"
@@ -146,6 +145,19 @@ double VXGetTime(double* out) {
     return seconds;
 }
 
+namespace {
+uint32_t sRandState = 1; // unseeded, the runtime starts from 1
+} // namespace
+
+void VXSeedRand(unsigned seed) {
+    sRandState = seed;
+}
+
+int VXRand(void) {
+    sRandState = sRandState * 214013u + 2531011u;
+    return (int)((sRandState >> 16) & 0x7FFF);
+}
+
 float VXRandFloat(void) {
-    return (float)std::rand() / 32767.0f;
+    return (float)VXRand() / 32767.0f;
 }

@@ -49,6 +49,12 @@ int VXSysSetWindowIcon(const char* icoPath, int size);
 void VXToogleFullScreen(bool on);
 
 double VXGetTime(double* out);
+// The game's random numbers: the desktop runtime's generator, 0 to 32767,
+// so every draw (and every level's spawn sequence) has the range the game's
+// tables were made for. The C library's rand() here returns 31 bits.
+void VXSeedRand(unsigned seed);
+int VXRand(void);
+// VXRand() / 32767 in single precision: 0.0 and 1.0 both possible.
 float VXRandFloat(void);
 
 } // extern "C"

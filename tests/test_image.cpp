@@ -1,0 +1,177 @@
+// Picture files: PNG decoding byte for byte in every colour type the encoder
+// writes, refusal of damaged files, and both kinds of icon entry.
+#include <gtest/gtest.h>
+#include <png.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "VXImage.h"
+
+namespace {
+
+std::string Temp(const std::string& name) {
+    return testing::TempDir() + name;
+}
+
+// Writes a PNG with libpng's full interface so the colour type is ours to choose.
+void WritePng(const std::string& path, int w, int h, int colorType, int depth,
+              const std::vector<unsigned char>& rows, const png_color* palette = nullptr,
+              int paletteSize = 0, const unsigned char* trns = nullptr, int trnsSize = 0) {
+    FILE* f = std::fopen(path.c_str(), "wb");
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
+    png_init_io(png, f);
+    png_set_IHDR(png, info, w, h, depth, colorType, PNG_INTERLACE_NONE,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    if (palette) png_set_PLTE(png, info, palette, paletteSize);
+    if (trns) png_set_tRNS(png, info, trns, trnsSize, nullptr);
+    png_write_info(png, info);
+    size_t stride = rows.size() / h;
+    for (int y = 0; y < h; ++y) png_write_row(png, &rows[y * stride]);
+    png_write_end(png, nullptr);
+    png_destroy_write_struct(&png, &info);
+    std::fclose(f);
+}
+
+std::vector<unsigned char> Decode(const std::string& path, int& w, int& h) {
+    std::vector<unsigned char> out;
+    w = h = -1;
+    if (!VXImageDecodePNGFile(path.c_str(), out, w, h)) out.clear();
+    return out;
+}
+
+TEST(Png, EveryColourTypeDecodesToTheSameStraightAlphaBytes) {
+    // 3 x 2 pixels, top row first; half-transparent pixels keep their colour
+    // (straight alpha, no premultiplication).
+    const std::vector<unsigned char> rgba = {255, 0,  0,   255, 0,   255, 0,   128,
+                                             0,   0,  255, 0,   10,  20,  30,  255,
+                                             40,  50, 60,  1,   255, 255, 255, 255};
+    int w, h;
+    WritePng(Temp("rgba.png"), 3, 2, PNG_COLOR_TYPE_RGBA, 8, rgba);
+    EXPECT_EQ(Decode(Temp("rgba.png"), w, h), rgba);
+    EXPECT_EQ(w, 3);
+    EXPECT_EQ(h, 2);
+
+    const std::vector<unsigned char> rgb = {255, 0, 0, 0, 255, 0, 0, 0, 255, 1, 2, 3};
+    WritePng(Temp("rgb.png"), 2, 2, PNG_COLOR_TYPE_RGB, 8, rgb);
+    EXPECT_EQ(
+        Decode(Temp("rgb.png"), w, h),
+        (std::vector<unsigned char>{255, 0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 1, 2, 3, 255}));
+
+    const std::vector<unsigned char> gray = {0, 77, 200, 255};
+    WritePng(Temp("gray.png"), 2, 2, PNG_COLOR_TYPE_GRAY, 8, gray);
+    EXPECT_EQ(Decode(Temp("gray.png"), w, h),
+              (std::vector<unsigned char>{0, 0, 0, 255, 77, 77, 77, 255, 200, 200, 200, 255, 255,
+                                          255, 255, 255}));
+
+    const png_color palette[] = {{9, 8, 7}, {200, 100, 50}};
+    const unsigned char trns[] = {0, 255};
+    WritePng(Temp("palette.png"), 2, 1, PNG_COLOR_TYPE_PALETTE, 8, {1, 0}, palette, 2, trns, 2);
+    EXPECT_EQ(Decode(Temp("palette.png"), w, h),
+              (std::vector<unsigned char>{200, 100, 50, 255, 9, 8, 7, 0}));
+}
+
+TEST(Png, WrittenFramesReadBackExactly) {
+    std::vector<unsigned char> rgba(17 * 5 * 4);
+    for (size_t i = 0; i < rgba.size(); ++i) rgba[i] = (unsigned char)(i * 37 + 11);
+    ASSERT_TRUE(VXImageWritePNGFile(Temp("frame.png").c_str(), rgba.data(), 17, 5));
+    int w, h;
+    EXPECT_EQ(Decode(Temp("frame.png"), w, h), rgba);
+    EXPECT_EQ(w, 17);
+    EXPECT_EQ(h, 5);
+}
+
+TEST(Png, DamagedFilesAreRefused) {
+    std::vector<unsigned char> rgba(8 * 8 * 4, 200);
+    ASSERT_TRUE(VXImageWritePNGFile(Temp("good.png").c_str(), rgba.data(), 8, 8));
+    FILE* f = std::fopen(Temp("good.png").c_str(), "rb");
+    std::vector<unsigned char> bytes(4096);
+    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), f));
+    std::fclose(f);
+    struct Case {
+        const char* name;
+        std::vector<unsigned char> data;
+    } cases[] = {
+        {"empty", {}},
+        {"signature only", {bytes.begin(), bytes.begin() + 8}},
+        {"cut in the header", {bytes.begin(), bytes.begin() + 20}},
+        {"cut in the data", {bytes.begin(), bytes.end() - 20}},
+        {"text", {'h', 'e', 'l', 'l', 'o', ' ', 'w', 'o', 'r', 'l', 'd', '!'}},
+    };
+    for (const Case& c : cases) {
+        std::vector<unsigned char> out;
+        int w = 0, h = 0;
+        EXPECT_FALSE(VXImageDecodePNG(c.data.data(), c.data.size(), out, w, h)) << c.name;
+        EXPECT_TRUE(out.empty()) << c.name;
+    }
+    std::vector<unsigned char> out;
+    int w, h;
+    EXPECT_FALSE(VXImageDecodePNGFile(Temp("missing.png").c_str(), out, w, h));
+    EXPECT_FALSE(VXImageDecodePNGFile(nullptr, out, w, h));
+}
+
+void Le16(std::vector<unsigned char>& v, unsigned x) {
+    v.insert(v.end(), {(unsigned char)x, (unsigned char)(x >> 8)});
+}
+void Le32(std::vector<unsigned char>& v, unsigned x) {
+    Le16(v, x & 0xFFFF), Le16(v, x >> 16);
+}
+
+// An icon file with one entry per (side, payload).
+std::string WriteIco(const std::string& name,
+                     const std::vector<std::pair<int, std::vector<unsigned char>>>& entries) {
+    std::vector<unsigned char> file;
+    Le16(file, 0), Le16(file, 1), Le16(file, (unsigned)entries.size());
+    unsigned offset = 6 + 16 * (unsigned)entries.size();
+    for (const auto& e : entries) {
+        file.insert(file.end(), {(unsigned char)e.first, (unsigned char)e.first, 0, 0});
+        Le16(file, 1), Le16(file, 32), Le32(file, (unsigned)e.second.size()), Le32(file, offset);
+        offset += (unsigned)e.second.size();
+    }
+    for (const auto& e : entries) file.insert(file.end(), e.second.begin(), e.second.end());
+    std::string path = Temp(name);
+    FILE* f = std::fopen(path.c_str(), "wb");
+    std::fwrite(file.data(), 1, file.size(), f);
+    std::fclose(f);
+    return path;
+}
+
+TEST(Icon, PngAndBitmapEntriesOfTheAskedSize) {
+    // A PNG entry: the 32 x 32 one is picked from beside a 16 x 16 one.
+    std::vector<unsigned char> rgba(32 * 32 * 4);
+    for (size_t i = 0; i < rgba.size(); ++i) rgba[i] = (unsigned char)(i % 251);
+    VXImageWritePNGFile(Temp("icon32.png").c_str(), rgba.data(), 32, 32);
+    FILE* f = std::fopen(Temp("icon32.png").c_str(), "rb");
+    std::vector<unsigned char> png(1 << 16);
+    png.resize(std::fread(png.data(), 1, png.size(), f));
+    std::fclose(f);
+    std::vector<unsigned char> small(8, 0);
+    std::string path = WriteIco("png.ico", {{16, small}, {32, png}});
+    std::vector<unsigned char> out;
+    ASSERT_TRUE(VXImageDecodeIcoFile(path.c_str(), 32, out));
+    EXPECT_EQ(out, rgba);
+    EXPECT_FALSE(VXImageDecodeIcoFile(path.c_str(), 48, out));
+
+    // A 32-bit bitmap entry: bottom row first, blue-green-red-alpha.
+    std::vector<unsigned char> bmp;
+    Le32(bmp, 40), Le32(bmp, 2), Le32(bmp, 4), Le16(bmp, 1), Le16(bmp, 32);
+    for (int i = 0; i < 6; ++i) Le32(bmp, 0);
+    bmp.insert(bmp.end(), {1, 2, 3, 255, 4, 5, 6, 128});  // bottom row
+    bmp.insert(bmp.end(), {7, 8, 9, 255, 10, 11, 12, 0}); // top row
+    bmp.insert(bmp.end(), 8, 0);                          // the mask, unused
+    path = WriteIco("bmp.ico", {{2, bmp}});
+    ASSERT_TRUE(VXImageDecodeIcoFile(path.c_str(), 2, out));
+    EXPECT_EQ(
+        out, (std::vector<unsigned char>{9, 8, 7, 255, 12, 11, 10, 0, 3, 2, 1, 255, 6, 5, 4, 128}));
+
+    // Damaged icons are refused.
+    EXPECT_FALSE(VXImageDecodeIcoFile(Temp("no.ico").c_str(), 32, out));
+    path = WriteIco("cut.ico", {{32, {png.begin(), png.begin() + 40}}});
+    EXPECT_FALSE(VXImageDecodeIcoFile(path.c_str(), 32, out));
+    path = WriteIco("short.ico", {{2, {bmp.begin(), bmp.begin() + 44}}});
+    EXPECT_FALSE(VXImageDecodeIcoFile(path.c_str(), 2, out));
+}
+
+} // namespace

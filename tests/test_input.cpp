@@ -1,0 +1,178 @@
+// Input through the real event pump: triggered and released semantics, the
+// reset at a state change, the virtual-key mapping of the platform's keys and
+// buttons, and the cursor in logical pixels in and out of full screen.
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include "TestSupport.h"
+#include "VXInput.h"
+#include "VXSeam.h"
+#include "VXSystem.h"
+
+namespace {
+
+class Input : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        TestEngineStart();
+        VXInputReset();
+    }
+    void TearDown() override { TestEngineStop(); }
+    // The end of one frame (the pump) and the start of the next (the sample).
+    void NextFrame() {
+        VXSysUpdate();
+        VXInputUpdate();
+    }
+};
+
+TEST_F(Input, AHeldKeyIsTriggeredOnceAndReleasedOnce) {
+    const unsigned char keys[] = {VX_KEY_LBUTTON, VX_KEY_RBUTTON, VX_KEY_ESCAPE, VX_KEY_SPACE, 'Q'};
+    for (unsigned char key : keys) {
+        int triggered = 0, released = 0, down = 0;
+        for (int frame = 0; frame < 12; ++frame) {
+            if (frame == 2) VXSeamInjectKey(key, true);
+            if (frame == 8) VXSeamInjectKey(key, false);
+            NextFrame();
+            bool t = VXInputCheckTriggered(key), r = VXInputCheckReleased(key);
+            EXPECT_FALSE(t && r) << "key " << int(key) << " frame " << frame;
+            triggered += t;
+            released += r;
+            down += VXInputCheckCurr(key);
+            if (t) {
+                EXPECT_EQ(frame, 2) << "key " << int(key);
+            }
+            if (r) {
+                EXPECT_EQ(frame, 8) << "key " << int(key);
+            }
+        }
+        EXPECT_EQ(triggered, 1) << "key " << int(key);
+        EXPECT_EQ(released, 1) << "key " << int(key);
+        EXPECT_EQ(down, 6) << "key " << int(key);
+    }
+}
+
+TEST_F(Input, APressAndReleaseBetweenTwoSamplesIsNeverSeen) {
+    VXSeamInjectKey(VX_KEY_SPACE, true);
+    VXSeamInjectKey(VX_KEY_SPACE, false);
+    NextFrame();
+    EXPECT_FALSE(VXInputCheckCurr(VX_KEY_SPACE));
+    EXPECT_FALSE(VXInputCheckTriggered(VX_KEY_SPACE));
+    EXPECT_FALSE(VXInputCheckReleased(VX_KEY_SPACE));
+}
+
+TEST_F(Input, AKeyHeldAcrossAResetIsTriggeredAgain) {
+    VXSeamInjectKey(VX_KEY_LBUTTON, true);
+    NextFrame();
+    NextFrame();
+    EXPECT_TRUE(VXInputCheckCurr(VX_KEY_LBUTTON));
+    EXPECT_FALSE(VXInputCheckTriggered(VX_KEY_LBUTTON));
+    VXSysReset(); // a state change
+    for (int i = 0; i < 256; ++i) ASSERT_EQ(gVXInputKeyCurr[i] | gVXInputKeyPrev[i], 0) << i;
+    EXPECT_EQ(gVXInputCursorX, 0);
+    NextFrame();
+    EXPECT_TRUE(VXInputCheckTriggered(VX_KEY_LBUTTON));
+}
+
+TEST_F(Input, PlatformKeysAndButtonsLandOnTheirVirtualKeys) {
+    struct Case {
+        SDL_Keycode key;
+        unsigned char vk;
+    } keys[] = {{SDLK_a, 65},        {SDLK_m, 77},      {SDLK_z, 90},        {SDLK_0, 48},
+                {SDLK_9, 57},        {SDLK_ESCAPE, 27}, {SDLK_SPACE, 32},    {SDLK_RETURN, 13},
+                {SDLK_KP_ENTER, 13}, {SDLK_TAB, 9},     {SDLK_BACKSPACE, 8}, {SDLK_LEFT, 37},
+                {SDLK_UP, 38},       {SDLK_RIGHT, 39},  {SDLK_DOWN, 40},     {SDLK_LSHIFT, 16},
+                {SDLK_RSHIFT, 16},   {SDLK_LCTRL, 17},  {SDLK_RCTRL, 17},    {SDLK_LALT, 18},
+                {SDLK_RALT, 18},     {SDLK_F1, 112},    {SDLK_F12, 123}};
+    for (const Case& c : keys) {
+        SDL_Event e{};
+        e.type = SDL_KEYDOWN;
+        e.key.keysym.sym = c.key;
+        SDL_PushEvent(&e);
+        NextFrame();
+        EXPECT_TRUE(VXInputCheckTriggered(c.vk)) << SDL_GetKeyName(c.key);
+        e.type = SDL_KEYUP;
+        SDL_PushEvent(&e);
+        NextFrame();
+        EXPECT_TRUE(VXInputCheckReleased(c.vk)) << SDL_GetKeyName(c.key);
+        int down = 0;
+        for (int i = 0; i < 256; ++i) down += VXInputCheckCurr((unsigned char)i);
+        EXPECT_EQ(down, 0) << SDL_GetKeyName(c.key);
+    }
+    struct Button {
+        Uint8 button;
+        unsigned char vk;
+    } buttons[] = {{SDL_BUTTON_LEFT, 1}, {SDL_BUTTON_RIGHT, 2}, {SDL_BUTTON_MIDDLE, 4}};
+    for (const Button& b : buttons) {
+        SDL_Event e{};
+        e.type = SDL_MOUSEBUTTONDOWN;
+        e.button.button = b.button;
+        SDL_PushEvent(&e);
+        NextFrame();
+        EXPECT_TRUE(VXInputCheckTriggered(b.vk)) << "button " << int(b.button);
+        e.type = SDL_MOUSEBUTTONUP;
+        SDL_PushEvent(&e);
+        NextFrame();
+        EXPECT_TRUE(VXInputCheckReleased(b.vk)) << "button " << int(b.button);
+    }
+}
+
+TEST_F(Input, CursorReadsInLogicalPixelsAndItsDeltaSinceTheLastSample) {
+    VXSeamInjectCursor(400, 300);
+    NextFrame();
+    int x, y, dx, dy;
+    VXInputGetCursorPosition(&x, &y);
+    VXInputGetCursorPositionDelta(&dx, &dy);
+    EXPECT_EQ(x, 400);
+    EXPECT_EQ(y, 300);
+    // The first delta of a state is the whole distance from the client origin.
+    EXPECT_EQ(dx, 400);
+    EXPECT_EQ(dy, 300);
+    VXSeamInjectCursor(-7, 650); // outside the window: nothing clamps it
+    NextFrame();
+    VXInputGetCursorPosition(&x, &y);
+    VXInputGetCursorPositionDelta(&dx, &dy);
+    EXPECT_EQ(x, -7);
+    EXPECT_EQ(y, 650);
+    EXPECT_EQ(dx, -407);
+    EXPECT_EQ(dy, 350);
+}
+
+TEST_F(Input, FullScreenMapsScreenPixelsBackOntoTheLogicalWindow) {
+    VXToogleFullScreen(true); // the test screen is 1280 x 1024
+    EXPECT_FLOAT_EQ(gVXWinScaleX, 1.6f);
+    EXPECT_FLOAT_EQ(gVXWinScaleY, 1024.0f / 600.0f);
+    struct Case {
+        int screenX, screenY; // where the mouse is on the screen
+        int x, y;             // what the game reads
+    } cases[] = {{640, 512, 400, 300}, {0, 0, 0, 0}, {1279, 1023, 799, 599},
+                 {-5, -5, -3, -2},     {1, 1, 0, 0}, {1600, 2000, 1000, 1171}};
+    for (const Case& c : cases) {
+        SDL_Event e{};
+        e.type = SDL_MOUSEMOTION;
+        e.motion.x = c.screenX;
+        e.motion.y = c.screenY;
+        SDL_PushEvent(&e);
+        NextFrame();
+        int x, y;
+        VXInputGetCursorPosition(&x, &y);
+        EXPECT_EQ(x, c.x) << "screen " << c.screenX << "," << c.screenY;
+        EXPECT_EQ(y, c.y) << "screen " << c.screenX << "," << c.screenY;
+    }
+    // A scale of exactly 2 (a 1600 x 1200 screen): its centre is the window's centre.
+    gVXWinScaleX = gVXWinScaleY = 2.0f;
+    gVXInputCursorX = 800;
+    gVXInputCursorY = 600;
+    int x, y;
+    VXInputGetCursorPosition(&x, &y);
+    EXPECT_EQ(x, 400);
+    EXPECT_EQ(y, 300);
+    VXToogleFullScreen(false);
+    EXPECT_EQ(gVXWinScaleX, 1.0f);
+    EXPECT_EQ(gVXWinScaleY, 1.0f);
+    int w = 0, h = 0;
+    SDL_GetWindowSize((SDL_Window*)VXSysGetWindowHandle(), &w, &h);
+    EXPECT_EQ(w, 800);
+    EXPECT_EQ(h, 600);
+}
+
+} // namespace
