@@ -142,25 +142,27 @@ void Meadow(cairo_t* cr) {
 
 void Beach(cairo_t* cr) {
     Rng rng(202);
-    Base(cr, Hex(0xf5e2a8), Hex(0xe3c283));
-    Patches(cr, rng, Hex(0xfff0c0), Hex(0xd8b070), 18);
+    Base(cr, Hex(0xe6c988), Hex(0xcfa865));
+    Patches(cr, rng, Hex(0xf2dca0), Hex(0xbf9450), 18);
     // Sea along the left edge and the bottom-left corner, with foam.
-    cairo_move_to(cr, 0, 0);
-    cairo_line_to(cr, 70, 0);
-    for (int i = 0; i <= 12; ++i) {
-        double y = i * 50;
-        cairo_line_to(cr, 72 + 14 * std::sin(i * 1.3) + (y > 420 ? (y - 420) * 0.6 : 0), y);
+    auto coast = [](double y) {
+        return 72 + 14 * std::sin(y * 0.026) + (y > 420 ? (y - 420) * 0.9 : 0);
+    };
+    for (int pass = 0; pass < 2; ++pass) {
+        cairo_move_to(cr, coast(0), 0);
+        for (int y = 10; y <= 600; y += 10) cairo_line_to(cr, coast(y), y);
+        if (pass == 0) {
+            cairo_line_to(cr, 0, 600);
+            cairo_line_to(cr, 0, 0);
+            cairo_close_path(cr);
+            FillOutlined(cr, Hex(0x4fc0d8), Hex(0x2a7fb8), 0, 600, 0);
+        } else {
+            SetRgb(cr, {1, 1, 1}, 0.85);
+            cairo_set_line_width(cr, 6);
+            cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
+            cairo_stroke(cr);
+        }
     }
-    cairo_line_to(cr, 260, 600);
-    cairo_line_to(cr, 0, 600);
-    cairo_close_path(cr);
-    cairo_path_t* sea = cairo_copy_path(cr);
-    FillOutlined(cr, Hex(0x4fc0d8), Hex(0x2a7fb8), 0, 600, 0);
-    cairo_append_path(cr, sea);
-    SetRgb(cr, {1, 1, 1}, 0.85);
-    cairo_set_line_width(cr, 6);
-    cairo_stroke(cr);
-    cairo_path_destroy(sea);
     for (int i = 0; i < 14; ++i) {
         double y = 30 + i * 42;
         cairo_move_to(cr, 14 + (i % 3) * 8, y);
@@ -170,8 +172,8 @@ void Beach(cairo_t* cr) {
         cairo_stroke(cr);
     }
     // Shells and starfish on the sand.
-    Scatter(cr, rng, 60, [](cairo_t* c, double x, double y, double a) {
-        if (x < 110) return;
+    Scatter(cr, rng, 60, [&](cairo_t* c, double x, double y, double a) {
+        if (x < coast(y) + 12) return;
         if (int(x + y) % 2) {
             StarPath(c, x, y, 6, 2.6, 5, x * 0.1);
             SetRgb(c, Hex(0xf07a5a), a);
@@ -181,7 +183,8 @@ void Beach(cairo_t* cr) {
         }
         cairo_fill(c);
     });
-    Scatter(cr, rng, 260, [](cairo_t* c, double x, double y, double a) {
+    Scatter(cr, rng, 260, [&](cairo_t* c, double x, double y, double a) {
+        if (x < coast(y) + 6) return;
         Ellipse(c, x, y, 1.2, 1.0);
         SetRgb(c, Hex(0xb89258), a * 0.6);
         cairo_fill(c);
@@ -232,24 +235,34 @@ void Volcano(cairo_t* cr) {
     Glow(cr, 40, 570, 140, Hex(0xff5a10), 0.6);
     Ellipse(cr, 40, 575, 95, 55);
     FillOutlined(cr, Hex(0xffd04a), Hex(0xe0400a), 520, 630, 4);
+    for (int i = 0; i < 4; ++i) {
+        Ellipse(cr, 20 + i * 26, 540 + (i % 2) * 12, 14, 8);
+        SetRgb(cr, Hex(0x5a2a10), 0.55);
+        cairo_fill(cr);
+    }
     for (int i = 0; i < 6; ++i) {
         double y = 60 + i * 80, x = 30 + (i % 2) * 18, r = 16 + (i % 3) * 5;
         cairo_move_to(cr, x - r, y + r * 0.5);
-        cairo_line_to(cr, x - r * 0.5, y - r * 0.7);
-        cairo_line_to(cr, x + r * 0.6, y - r * 0.6);
-        cairo_line_to(cr, x + r, y + r * 0.5);
+        cairo_curve_to(cr, x - r * 1.1, y - r * 0.4, x - r * 0.4, y - r * 0.9, x + r * 0.2,
+                       y - r * 0.8);
+        cairo_curve_to(cr, x + r * 0.9, y - r * 0.7, x + r * 1.1, y, x + r, y + r * 0.5);
         cairo_close_path(cr);
-        FillOutlined(cr, Hex(0x6a5a58), Hex(0x2a2222), y - r, y + r, 2.5);
+        FillOutlined(cr, Hex(0x7a6a66), Hex(0x2a2222), y - r, y + r * 0.5, 2.5);
+        Ellipse(cr, x - r * 0.3, y - r * 0.45, r * 0.35, r * 0.15);
+        SetRgb(cr, {1, 0.8, 0.6}, 0.25);
+        cairo_fill(cr);
     }
     Scatter(cr, rng, 90,
             [](cairo_t* c, double x, double y, double a) { Glow(c, x, y, 3, Hex(0xffa040), a); });
     Vignette(cr, 0.5);
 }
 
+// Snow and sand are kept a shade darker than life: the board's tiles are
+// pale and must stand out against the ground.
 void Snow(cairo_t* cr) {
     Rng rng(404);
-    Base(cr, Hex(0xf6faff), Hex(0xd3e2f2));
-    Patches(cr, rng, Hex(0xffffff), Hex(0xb9cde6), 24);
+    Base(cr, Hex(0xc9d9ec), Hex(0x9fb5d2));
+    Patches(cr, rng, Hex(0xe4eef9), Hex(0x8aa3c6), 24);
     // Pale ice sheets.
     for (int i = 0; i < 5; ++i) {
         double x = rng.Range(120, 680), y = rng.Range(120, 540);
@@ -278,7 +291,7 @@ void Storm(cairo_t* cr) {
         double x = rng.Range(40, 760), y = rng.Range(40, 580);
         if (InCalmCorner(x, y)) continue;
         Ellipse(cr, x, y, rng.Range(20, 44), rng.Range(8, 14));
-        FillOutlined(cr, Hex(0x8a9ac8), Hex(0x3a4468), y - 14, y + 14, 0);
+        FillOutlined(cr, Hex(0x6a78a0), Hex(0x2f3856), y - 14, y + 14, 0);
     }
     // Dead trees along the left edge.
     for (int i = 0; i < 5; ++i) {

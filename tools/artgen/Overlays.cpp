@@ -70,7 +70,7 @@ bool Pause(const std::string& dir) {
 // A dialog over the pause menu or the main menu: buttons at screen
 // (325, 325) and (475, 325).
 bool Dialog(const std::string& dir, const char* name, const char* title, const char* line,
-            Rgb ribbon, const char* leftCaption, const char* rightCaption) {
+            Rgb ribbon) {
     cairo_surface_t* s = CanvasFor(name);
     if (!s) return false;
     cairo_t* cr = Begin(s);
@@ -81,10 +81,6 @@ bool Dialog(const std::string& dir, const char* name, const char* title, const c
     while (size > 12 && LetterWidth(cr, line, size, false) > 300) size -= 1;
     double w = LetterWidth(cr, line, size, false);
     LetterLeft(cr, line, 400 - w / 2, 240, size, Hex(0x5a3418), false);
-    if (leftCaption) {
-        Letter(cr, leftCaption, 325, 370, 15, Hex(0x7a4a22), 0);
-        Letter(cr, rightCaption, 475, 370, 15, Hex(0x7a4a22), 0);
-    }
     return Finish(cr, s, dir, name);
 }
 
@@ -140,8 +136,6 @@ bool Lose(const std::string& dir) {
         DrawCrystalGem(cr, 0, 0, 14 - (i == 1 ? -2 : 0));
         cairo_restore(cr);
     }
-    LetterLeft(cr, "Try again", 250, 372, 15, Hex(0x7a4a22), false);
-    LetterLeft(cr, "Level select", 428, 372, 15, Hex(0x7a4a22), false);
     return Finish(cr, s, dir, "LoseScreen.png");
 }
 
@@ -174,10 +168,8 @@ bool Next(const std::string& dir) {
 
 bool DrawOverlays(const std::string& dir) {
     bool ok = Pause(dir);
-    ok &= Dialog(dir, "cfmBG.png", "Leave?", "Are you sure you want to leave?", Hex(0xc0662a),
-                 nullptr, nullptr);
-    ok &= Dialog(dir, "optionBG.png", "Options", "Sound and music", Hex(0x3f7fd0), "Sound",
-                 "Back to pause");
+    ok &= Dialog(dir, "cfmBG.png", "Leave?", "Are you sure you want to leave?", Hex(0xc0662a));
+    ok &= Dialog(dir, "optionBG.png", "Options", "Sound and music", Hex(0x3f7fd0));
     ok &= Win(dir);
     ok &= Lose(dir);
     ok &= Next(dir);

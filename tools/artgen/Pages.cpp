@@ -50,25 +50,22 @@ void LessonIcon(cairo_t* cr, int icon) {
     case 2:
     case 3:
         cairo_save(cr);
-        cairo_translate(cr, icon == 2 ? 0 : -6, 14);
+        cairo_translate(cr, icon == 2 ? 0 : -8, 14);
         cairo_scale(cr, 0.6, 0.6);
         DrawArcherTower(cr, 1);
         cairo_restore(cr);
         if (icon == 3) {
+            // Two first-tier towers make one second-tier tower.
             cairo_save(cr);
-            cairo_translate(cr, 34, 14);
+            cairo_translate(cr, 26, 14);
             cairo_scale(cr, 0.6, 0.6);
             DrawArcherTower(cr, 1);
             cairo_restore(cr);
-            Letter(cr, "+", 36, 50, 26, Pal::kCream, 4);
+            Letter(cr, "+", 30, 52, 24, Pal::kCream, 4);
+            Letter(cr, "=", 68, 52, 24, Pal::kCream, 4);
             cairo_save(cr);
-            cairo_translate(cr, 62, 20);
-            cairo_scale(cr, 0.45, 0.45);
-            Letter(cr, "=", 0, 60, 50, Pal::kCream, 6);
-            cairo_restore(cr);
-            cairo_save(cr);
-            cairo_translate(cr, 66, 0);
-            cairo_scale(cr, 0.7, 0.7);
+            cairo_translate(cr, 62, 16);
+            cairo_scale(cr, 0.5, 0.5);
             DrawArcherTower(cr, 2);
             cairo_restore(cr);
         } else {
@@ -135,7 +132,9 @@ void HowToPlay(cairo_t* cr, double w, double h, bool pauseVersion) {
         SetRgb(cr, Pal::kWoodDark);
         cairo_set_line_width(cr, 4);
         cairo_stroke(cr);
-        LetterLeft(cr, "Help closes this page", cx - 60, cy + 48, 11, Hex(0x7a4a22), false);
+        const char* note = "Help closes this page";
+        LetterLeft(cr, note, cx - 74 - LetterWidth(cr, note, 12, false), cy, 12, Hex(0x7a4a22),
+                   false);
     } else {
         LetterLeft(cr, "Press Back to return to the map.", 40, h - 62, 14, Hex(0x7a4a22), false);
     }
@@ -232,16 +231,22 @@ bool Credits(const std::string& dir) {
     // Lines are spaced to fill the band the game shows (300 .. h - 300),
     // starting low enough that the title appears in the first view.
     const int n = sizeof(kCredits) / sizeof(kCredits[0]);
+    // Each kind of line takes its own share of the height: gaps part the
+    // groups, a heading sits close to its names.
+    auto share = [](int kind) {
+        const double shares[] = {3.0, 1.0, 0.8, 0.6, 2.0};
+        return shares[kind];
+    };
     double weights = 0;
-    for (const CreditLine& l : kCredits) weights += l.kind == 0 ? 3 : l.kind == 3 ? 0.8 : 1.2;
-    const double y0 = 620, y1 = h - 700;
+    for (const CreditLine& l : kCredits) weights += share(l.kind);
+    const double y0 = 480, y1 = h - 960;
     const double unit = (y1 - y0) / weights;
     double y = y0;
-    Glow(cr, w / 2, y0 - 160, 120, Hex(0x8fe8ff), 0.5);
-    DrawCrystalGem(cr, w / 2, y0 - 160, 70);
+    Glow(cr, w / 2, y0 - 60, 100, Hex(0x8fe8ff), 0.5);
+    DrawCrystalGem(cr, w / 2, y0 - 60, 50);
     for (int i = 0; i < n; ++i) {
         const CreditLine& l = kCredits[i];
-        double step = l.kind == 0 ? 3 : l.kind == 3 ? 0.8 : 1.2;
+        double step = share(l.kind);
         double cy = y + unit * step / 2;
         switch (l.kind) {
         case 0:

@@ -144,23 +144,17 @@ bool Cloud(const std::string& dir, const char* name, int seed) {
             cairo_new_sub_path(cr);
             cairo_arc(cr, p[0], p[1] + dy, p[2] * shrink + grow, 0, 2 * M_PI);
         }
-        cairo_new_sub_path(cr);
-        RoundRect(cr, 70 - (pass == 0 ? 4 : 0), 110 - (pass == 0 ? 4 : 0),
-                  260 + (pass == 0 ? 8 : 0), 46 + (pass == 0 ? 8 : 0), 22);
+        // The flat base belongs to the silhouette and body, not the lit top.
+        if (pass < 2)
+            RoundRect(cr, 70 - (pass == 0 ? 4 : 0), 110 - (pass == 0 ? 4 : 0),
+                      260 + (pass == 0 ? 8 : 0), 46 + (pass == 0 ? 8 : 0), 22);
         if (pass == 0)
             SetRgb(cr, Hex(0x5a6a8a), 0.9);
         else if (pass == 1)
             SetRgb(cr, Hex(0xdfe9f7));
         else
             SetRgb(cr, {1, 1, 1});
-        cairo_set_fill_rule(cr, CAIRO_FILL_RULE_WINDING);
-        if (pass < 2) {
-            cairo_fill(cr);
-        } else {
-            cairo_clip(cr);
-            cairo_paint(cr);
-            cairo_reset_clip(cr);
-        }
+        cairo_fill(cr);
     }
     cairo_destroy(cr);
     return SaveArt(s, dir, name);
