@@ -69,6 +69,42 @@ void Goblin(cairo_t* cr, const GoblinLook& g, double phase, double swing) {
     Ellipse(cr, 46, 65 + bob, 3, 2.6);
     FillFlat(cr, g.trim, 1.0);
 
+    // Front arm with the weapon; raised high, it swings behind the head.
+    auto weaponArm = [&]() {
+        cairo_save(cr);
+        cairo_translate(cr, 48, 54 + bob);
+        cairo_rotate(cr, -swing + 0.12 * s);
+        if (g.weapon == 0) {
+            // Knobbly club held out in front, below the face.
+            cairo_move_to(cr, -14, 12);
+            cairo_line_to(cr, -30, -2);
+            cairo_curve_to(cr, -42, -8, -36, -22, -26, -12);
+            cairo_line_to(cr, -10, 8);
+            cairo_close_path(cr);
+            FillOutlined(cr, Hex(0xb07a45), Pal::kWoodDark, -20, 12, rim);
+        } else {
+            // Trident, held upright ahead of the face.
+            cairo_save(cr);
+            cairo_translate(cr, -16, 6);
+            InkLine(cr, -10, 14, -14, -26, 3.2, Hex(0xa87444), rim * 0.8);
+            cairo_move_to(cr, -22, -24);
+            cairo_curve_to(cr, -22, -32, -20, -34, -20, -36);
+            cairo_move_to(cr, -14, -26);
+            cairo_line_to(cr, -14, -40);
+            cairo_move_to(cr, -6, -28);
+            cairo_curve_to(cr, -6, -32, -8, -34, -8, -38);
+            cairo_move_to(cr, -22, -24);
+            cairo_curve_to(cr, -18, -28, -10, -28, -6, -28);
+            InkStroke(cr, 2.6, Hex(0xd8e4ea), rim * 0.7);
+            cairo_restore(cr);
+        }
+        InkLine(cr, 0, 0, -12, 10, 6.5 * b, g.skin, rim);
+        Ellipse(cr, -12, 10, 4.2, 4.2);
+        FillFlat(cr, g.skin, rim * 0.8);
+        cairo_restore(cr);
+    };
+    const bool raised = swing < -0.3;
+    if (raised) weaponArm();
     // Head: big round face, pointed ears, long nose to the left.
     const double hx = 42, hy = 34 + bob;
     // Back ear.
@@ -128,38 +164,7 @@ void Goblin(cairo_t* cr, const GoblinLook& g, double phase, double swing) {
         FillFlat(cr, g.trim, 0);
     }
 
-    // Front arm with the weapon.
-    cairo_save(cr);
-    cairo_translate(cr, 48, 54 + bob);
-    cairo_rotate(cr, -swing + 0.12 * s);
-    if (g.weapon == 0) {
-        // Knobbly club held out in front, below the face.
-        cairo_move_to(cr, -14, 12);
-        cairo_line_to(cr, -30, -2);
-        cairo_curve_to(cr, -42, -8, -36, -22, -26, -12);
-        cairo_line_to(cr, -10, 8);
-        cairo_close_path(cr);
-        FillOutlined(cr, Hex(0xb07a45), Pal::kWoodDark, -20, 12, rim);
-    } else {
-        // Trident, held upright ahead of the face.
-        cairo_save(cr);
-        cairo_translate(cr, -16, 6);
-        InkLine(cr, -10, 14, -14, -26, 3.2, Hex(0xa87444), rim * 0.8);
-        cairo_move_to(cr, -22, -24);
-        cairo_curve_to(cr, -22, -32, -20, -34, -20, -36);
-        cairo_move_to(cr, -14, -26);
-        cairo_line_to(cr, -14, -40);
-        cairo_move_to(cr, -6, -28);
-        cairo_curve_to(cr, -6, -32, -8, -34, -8, -38);
-        cairo_move_to(cr, -22, -24);
-        cairo_curve_to(cr, -18, -28, -10, -28, -6, -28);
-        InkStroke(cr, 2.6, Hex(0xd8e4ea), rim * 0.7);
-        cairo_restore(cr);
-    }
-    InkLine(cr, 0, 0, -12, 10, 6.5 * b, g.skin, rim);
-    Ellipse(cr, -12, 10, 4.2, 4.2);
-    FillFlat(cr, g.skin, rim * 0.8);
-    cairo_restore(cr);
+    if (!raised) weaponArm();
 }
 
 // One spider pose; boss adds the brood's markings and egg sacs.
