@@ -104,11 +104,13 @@ void Vignette(cairo_t* cr, double strength) {
     cairo_pattern_destroy(p);
 }
 
+// The ground's top-to-bottom colour.
 void Base(cairo_t* cr, Rgb top, Rgb bottom) {
     cairo_rectangle(cr, 0, 0, 800, 600);
     FillOutlined(cr, top, bottom, 0, 600, 0);
 }
 
+// Levels 1 and 2: grass, flowers, trees along the left edge.
 void Meadow(cairo_t* cr) {
     Rng rng(101);
     Base(cr, Hex(0x94cf5e), Hex(0x5f9f3a));
@@ -140,6 +142,7 @@ void Meadow(cairo_t* cr) {
     Vignette(cr, 0.35);
 }
 
+// Level 3: sand, the sea along the left edge, shells, a palm.
 void Beach(cairo_t* cr) {
     Rng rng(202);
     Base(cr, Hex(0xe6c988), Hex(0xcfa865));
@@ -204,6 +207,7 @@ void Beach(cairo_t* cr) {
     Vignette(cr, 0.25);
 }
 
+// Level 4: dark rock, glowing cracks, a lava pool, boulders.
 void Volcano(cairo_t* cr) {
     Rng rng(303);
     Base(cr, Hex(0x5a4640), Hex(0x2e2220));
@@ -282,6 +286,7 @@ void Snow(cairo_t* cr) {
     Vignette(cr, 0.2);
 }
 
+// Level 6: wet dark ground, puddles, dead trees, rain.
 void Storm(cairo_t* cr) {
     Rng rng(505);
     Base(cr, Hex(0x55566e), Hex(0x2b2c3e));
@@ -322,6 +327,7 @@ void Storm(cairo_t* cr) {
     Vignette(cr, 0.55);
 }
 
+// Paints one ground in screen units and saves it.
 bool Ground(const std::string& dir, const char* name, void (*paint)(cairo_t*)) {
     cairo_surface_t* s = CanvasFor(name);
     if (!s) return false;
@@ -334,6 +340,7 @@ bool Ground(const std::string& dir, const char* name, void (*paint)(cairo_t*)) {
 
 } // namespace
 
+// The five level grounds.
 bool DrawBackgrounds(const std::string& dir) {
     bool ok = Ground(dir, "BG.png", Meadow);
     ok &= Ground(dir, "BG3.png", Beach);

@@ -64,6 +64,7 @@ void Badge(cairo_t* cr, Rgb face, bool hot) {
     cairo_fill(cr);
 }
 
+// The level's pause button: two bars on a badge.
 bool PauseButton(const std::string& dir, bool hot) {
     const char* name = hot ? "button-pauseH.png" : "button-pauseU.png";
     cairo_surface_t* s = CanvasFor(name);
@@ -83,6 +84,7 @@ bool PauseButton(const std::string& dir, bool hot) {
 const Rgb kLevelFace[6] = {Hex(0x6fbf4a), Hex(0x4f9f3a), Hex(0xe9c77a),
                            Hex(0xe0623a), Hex(0x9fd0f0), Hex(0x7a6ab8)};
 
+// A level badge with its number, in the colour of its land.
 bool LevelButton(const std::string& dir, int level, bool hot) {
     std::string name = "btn" + std::to_string(level) + (hot ? "H" : "U") + ".png";
     cairo_surface_t* s = CanvasFor(name.c_str());
@@ -95,6 +97,7 @@ bool LevelButton(const std::string& dir, int level, bool hot) {
     return SaveArt(s, dir, name.c_str());
 }
 
+// The badge a locked level shows under the mouse.
 bool LockButton(const std::string& dir) {
     cairo_surface_t* s = CanvasFor("btnLock.png");
     if (!s) return false;
@@ -153,6 +156,7 @@ bool Leaf(const std::string& dir, const char* name, bool coloured) {
 
 } // namespace
 
+// Every button look.
 bool DrawButtons(const std::string& dir) {
     bool ok = true;
     const char* words[] = {"Resume", "Restart", "Exit", "Help", "Credits", "Mute",    "Unmute",

@@ -10,11 +10,13 @@
 
 namespace {
 
+// Fills the canvas with opaque black.
 void Black(cairo_t* cr) {
     cairo_set_source_rgb(cr, 0, 0, 0);
     cairo_paint(cr);
 }
 
+// The maker's logo.
 bool Tolvern(const std::string& dir) {
     const char* name = "TolvernSG_Logo_CMYK-RED.png";
     cairo_surface_t* s = CanvasFor(name);
@@ -52,6 +54,7 @@ bool Tolvern(const std::string& dir) {
     return SaveArt(s, dir, name);
 }
 
+// The developers' logo.
 bool Mosswick(const std::string& dir) {
     cairo_surface_t* s = CanvasFor("MosswickLogo.png");
     if (!s) return false;
@@ -89,6 +92,7 @@ bool Mosswick(const std::string& dir) {
 
 } // namespace
 
+// Both splash logos.
 bool DrawLogos(const std::string& dir) {
     bool ok = Tolvern(dir);
     ok &= Mosswick(dir);

@@ -119,6 +119,7 @@ static int ContactSheet(const char* out, const std::string& dir) {
     return ok && missing == 0 ? 0 : 1;
 }
 
+// Draws the whole set, or the contact sheet.
 int main(int argc, char** argv) {
     if (argc == 4 && std::strcmp(argv[1], "--contact-sheet") == 0)
         return ContactSheet(argv[2], argv[3]);

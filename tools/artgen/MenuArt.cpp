@@ -16,12 +16,14 @@ namespace {
 // Level spots in screen units.
 const double kSpots[6][2] = {{50, 250}, {125, 375}, {350, 525}, {400, 200}, {475, 90}, {730, 220}};
 
+// True within r units of a level spot.
 bool NearSpot(double x, double y, double r) {
     for (auto& s : kSpots)
         if (std::hypot(x - s[0], y - s[1]) < r) return true;
     return false;
 }
 
+// Grass over the whole map and the bay at the bottom.
 void Land(cairo_t* cr) {
     cairo_rectangle(cr, 0, 0, 800, 600);
     FillOutlined(cr, Hex(0x9fd068), Hex(0x6fae48), 0, 600, 0);
@@ -43,6 +45,7 @@ void Land(cairo_t* cr) {
     }
 }
 
+// The dark storm over level 6.
 void StormLand(cairo_t* cr) {
     // The east darkens under a storm.
     cairo_pattern_t* p = cairo_pattern_create_radial(730, 200, 30, 730, 200, 210);
@@ -67,6 +70,7 @@ void StormLand(cairo_t* cr) {
     InkStroke(cr, 3, Hex(0xfff4a0), 1.5);
 }
 
+// Snowy peaks for level 5 and the volcano for level 4.
 void Mountains(cairo_t* cr) {
     // Snowy peaks along the top middle.
     const double peaks[][3] = {{515, 80, 70}, {600, 100, 50}};
@@ -107,6 +111,7 @@ void Mountains(cairo_t* cr) {
     }
 }
 
+// The forest around levels 1 and 2.
 void Forest(cairo_t* cr) {
     Rng rng(77);
     for (int i = 0; i < 150; ++i) {
@@ -123,6 +128,7 @@ void Forest(cairo_t* cr) {
     }
 }
 
+// The dotted road from level to level.
 void Road(cairo_t* cr) {
     cairo_move_to(cr, kSpots[0][0], kSpots[0][1]);
     cairo_curve_to(cr, 60, 320, 90, 360, kSpots[1][0], kSpots[1][1]);
@@ -146,6 +152,7 @@ void Road(cairo_t* cr) {
     cairo_path_destroy(p);
 }
 
+// Stone circles under the level buttons.
 void Spots(cairo_t* cr) {
     for (auto& s : kSpots) {
         cairo_arc(cr, s[0] + 2, s[1] + 4, 38, 0, 2 * M_PI);
@@ -159,6 +166,7 @@ void Spots(cairo_t* cr) {
     }
 }
 
+// The board behind the four menu buttons.
 void Signboard(cairo_t* cr) {
     // Posts, then the board behind the four menu buttons (x 640..760, y 305..560).
     InkLine(cr, 650, 560, 650, 598, 10, Pal::kWoodDark, 2);
@@ -174,6 +182,7 @@ void Signboard(cairo_t* cr) {
     cairo_stroke(cr);
 }
 
+// The game's name, top left.
 void Title(cairo_t* cr) {
     Panel(cr, 16, 14, 300, 88, 18, 8);
     Letter(cr, "Quarrow", 166, 50, 52, Hex(0x3f8a30), 5);
@@ -182,6 +191,7 @@ void Title(cairo_t* cr) {
 
 } // namespace
 
+// The whole menu map.
 bool DrawMenuArt(const std::string& dir) {
     cairo_surface_t* s = CanvasFor("MenuBG.png");
     if (!s) return false;

@@ -11,6 +11,7 @@
 
 namespace {
 
+// Darkens whatever lies under the overlay.
 void Dim(cairo_t* cr, double alpha) {
     cairo_rectangle(cr, 0, 0, 800, 600);
     SetRgb(cr, {0.05, 0.03, 0.08}, alpha);
@@ -47,11 +48,13 @@ cairo_t* Begin(cairo_surface_t* s) {
     return cr;
 }
 
+// Saves a screen canvas.
 bool Finish(cairo_t* cr, cairo_surface_t* s, const std::string& dir, const char* name) {
     cairo_destroy(cr);
     return SaveArt(s, dir, name);
 }
 
+// The pause menu's frame and the board behind options and help.
 bool Pause(const std::string& dir) {
     cairo_surface_t* s = CanvasFor("pauseM.png");
     if (!s) return false;
@@ -84,6 +87,7 @@ bool Dialog(const std::string& dir, const char* name, const char* title, const c
     return Finish(cr, s, dir, name);
 }
 
+// The win screen: rays, title, laurels around the stars.
 bool Win(const std::string& dir) {
     cairo_surface_t* s = CanvasFor("WinScreen.png");
     if (!s) return false;
@@ -119,6 +123,7 @@ bool Win(const std::string& dir) {
     return Finish(cr, s, dir, "WinScreen.png");
 }
 
+// The lose screen: title and crystal shards.
 bool Lose(const std::string& dir) {
     cairo_surface_t* s = CanvasFor("LoseScreen.png");
     if (!s) return false;
@@ -139,6 +144,7 @@ bool Lose(const std::string& dir) {
     return Finish(cr, s, dir, "LoseScreen.png");
 }
 
+// The screen between levels: the crystal on a hill at dusk.
 bool Next(const std::string& dir) {
     cairo_surface_t* s = CanvasFor("NextScreen.png");
     if (!s) return false;
@@ -166,6 +172,7 @@ bool Next(const std::string& dir) {
 
 } // namespace
 
+// Every overlay.
 bool DrawOverlays(const std::string& dir) {
     bool ok = Pause(dir);
     ok &= Dialog(dir, "cfmBG.png", "Leave?", "Are you sure you want to leave?", Hex(0xc0662a));

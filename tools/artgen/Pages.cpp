@@ -37,6 +37,7 @@ const Lesson kLessons[] = {
      {"Beat the boss with a healthy crystal for", "up to three stars. Esc pauses the game."}},
 };
 
+// The picture of one lesson.
 void LessonIcon(cairo_t* cr, int icon) {
     // A 100 x 100 box at the origin.
     switch (icon) {
@@ -140,6 +141,7 @@ void HowToPlay(cairo_t* cr, double w, double h, bool pauseVersion) {
     }
 }
 
+// One how-to-play picture.
 bool Page(const std::string& dir, const char* name, bool pauseVersion) {
     const ArtEntry* e = ArtFind(name);
     cairo_surface_t* s = CanvasFor(name);
@@ -211,6 +213,7 @@ const CreditLine kCredits[] = {
     {1, "Thank you for playing!"},
 };
 
+// The credits scroll.
 bool Credits(const std::string& dir) {
     const ArtEntry* e = ArtFind("Credit.png");
     cairo_surface_t* s = CanvasFor("Credit.png");
@@ -280,6 +283,7 @@ bool Credits(const std::string& dir) {
 
 } // namespace
 
+// Both how-to-play pictures and the credits.
 bool DrawPages(const std::string& dir) {
     bool ok = Page(dir, "howtoplay.png", false);
     ok &= Page(dir, "howtoplayPause.png", true);

@@ -14,6 +14,7 @@ namespace {
 // Icons drawn at the left end of a note, in a 120 x 120 box at the origin.
 enum class NoteIcon { Drag, Merge, Fast, Crystal, Pair };
 
+// Draws the icon of a note.
 void DrawNoteIcon(cairo_t* cr, NoteIcon icon) {
     switch (icon) {
     case NoteIcon::Drag: {
@@ -261,6 +262,7 @@ bool Loading(const std::string& dir) {
 
 } // namespace
 
+// Every sign, banner, cloud, star, the cursor and the loading strip.
 bool DrawSigns(const std::string& dir) {
     bool ok = true;
     ok &= Note(dir, "tutorial1.png", NoteIcon::Drag, "Drag a tower to a free tile",

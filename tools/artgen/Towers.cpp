@@ -178,6 +178,7 @@ void BarFrame(cairo_t* cr, bool warning) {
     cairo_set_operator(cr, CAIRO_OPERATOR_OVER);
 }
 
+// Draws one of the two bar pictures.
 bool HealthBar(const std::string& dir, const char* name, bool warning) {
     cairo_surface_t* s = CanvasFor(name);
     if (!s) return false;
@@ -240,6 +241,7 @@ void DrawArcherTower(cairo_t* cr, int tier) {
     TowerBody(cr, tier, 0);
 }
 
+// Both tower sheets, the crystal and the bar pictures.
 bool DrawTowersAndCrystal(const std::string& dir) {
     bool ok = TowerSheet(dir, "ArcherT1.png", 1);
     ok &= TowerSheet(dir, "ArcherT2.png", 2);
