@@ -34,6 +34,16 @@ float sCamX = 0.0f;
 float sCamY = 0.0f;
 bool sContextLive = false;
 
+// Each program's uniform and attribute locations, looked up by name the
+// first time they are asked for. A location never changes while its program
+// lives, and asking OpenGL by name on every set costs more than a draw.
+struct LocationCache {
+    char names[16][32];
+    GLint locations[16];
+    int count;
+};
+LocationCache sUniforms[3], sAttributes[3];
+
 // Colour program: vertex colour, mixed with the blend colour, times the tint.
 const char* const kColorVertex =
     "attribute vec4 aPosition;\n"
@@ -132,6 +142,7 @@ void ShaderDestroy(void) {
         for (GLsizei s = 0; s < count; ++s) glDeleteShader(shaders[s]);
         glDeleteProgram(gVXGfxPrograms[i]);
         gVXGfxPrograms[i] = 0;
+        sUniforms[i].count = sAttributes[i].count = 0;
         VX_GFX_CHECK("Shader::Destroy");
     }
     gVXGfxCurrentProgram = 0;
@@ -192,9 +203,36 @@ void VXGfxCheckError(int line, const char* func) {
     if (any) VXGfxHalt(line, func, nullptr);
 }
 
+namespace {
+
+GLint Lookup(LocationCache& cache, const char* name, GLint (*query)(GLuint, const GLchar*)) {
+    for (int i = 0; i < cache.count; ++i)
+        if (std::strcmp(cache.names[i], name) == 0) return cache.locations[i];
+    GLint location = query(gVXGfxPrograms[gVXGfxCurrentProgram], name);
+    if (cache.count < 16 && std::strlen(name) < sizeof cache.names[0]) {
+        std::strcpy(cache.names[cache.count], name);
+        cache.locations[cache.count++] = location;
+    }
+    return location;
+}
+
+GLint QueryUniform(GLuint program, const GLchar* name) {
+    return glGetUniformLocation(program, name);
+}
+GLint QueryAttribute(GLuint program, const GLchar* name) {
+    return glGetAttribLocation(program, name);
+}
+
+} // namespace
+
 GLint VXGfxUniform(const char* name) {
     if (gVXGfxCurrentProgram == 0) return -1;
-    return glGetUniformLocation(gVXGfxPrograms[gVXGfxCurrentProgram], name);
+    return Lookup(sUniforms[gVXGfxCurrentProgram], name, QueryUniform);
+}
+
+GLint VXGfxAttribute(const char* name) {
+    if (gVXGfxCurrentProgram == 0) return -1;
+    return Lookup(sAttributes[gVXGfxCurrentProgram], name, QueryAttribute);
 }
 
 // OpenGL reads matrices column by column: transpose, never its transpose flag.

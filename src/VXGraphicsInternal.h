@@ -14,8 +14,10 @@ void VXGfxCheckError(int line, const char* func);
 // Prints the halt report's message and ends the program with status 1 (after
 // a key press when a person is at the terminal).
 [[noreturn]] void VXGfxHalt(int line, const char* func, const char* message);
-// The current program's uniform location by name (-1 with no program).
+// The current program's uniform and attribute locations by name (-1 with no
+// program or no such name).
 GLint VXGfxUniform(const char* name);
+GLint VXGfxAttribute(const char* name);
 // Uploads a row-major 4 x 4 matrix to a uniform of the current program.
 void VXGfxUploadMatrix(const char* name, const float m[4][4]);
 // Uploads the camera's view matrix scaled by (sx, sy) (text printing uses a

@@ -35,7 +35,7 @@ void Upload(GLuint buffer, const std::vector<float>& data) {
 // Points an attribute of the current program at a buffer; -1 when the
 // program has no such attribute.
 GLint BindAttribute(const char* name, GLuint buffer, int components) {
-    GLint location = glGetAttribLocation(gVXGfxPrograms[gVXGfxCurrentProgram], name);
+    GLint location = VXGfxAttribute(name);
     if (location < 0) return -1;
     glBindBuffer(GL_ARRAY_BUFFER, buffer);
     glVertexAttribPointer((GLuint)location, components, GL_FLOAT, GL_FALSE, 0, nullptr);
