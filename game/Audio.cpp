@@ -159,7 +159,10 @@ static bool DecodeOgg(const char* path, std::vector<char>& pcm, int& channels, l
     if (channels < 1 || rate < 1000 || rate > 192000) result = SOUND_ERR_FILE_BAD;
     // Files of more than two channels keep their first two.
     const int keep = std::min(channels, 2);
-    std::vector<char> block(4096 * 2);
+    const ogg_int64_t frames = ov_pcm_total(&vf, -1);
+    if (result == SOUND_OK && frames > 0)
+        pcm.reserve(std::min<size_t>(size_t(frames) * 2 * keep, kMaxDecodedBytes));
+    std::vector<char> block(4096);
     int section = 0;
     while (result == SOUND_OK) {
         long got = ov_read(&vf, block.data(), 4096, 0, 2, 1, &section);
@@ -171,9 +174,13 @@ static bool DecodeOgg(const char* path, std::vector<char>& pcm, int& channels, l
         }
         vorbis_info* linkInfo = ov_info(&vf, section);
         if (!linkInfo || linkInfo->channels != channels) break; // a chained file changed shape
-        const long frameBytes = 2L * channels;
-        for (long f = 0; f + frameBytes <= got; f += frameBytes)
-            pcm.insert(pcm.end(), block.data() + f, block.data() + f + 2 * keep);
+        if (channels == keep) {
+            pcm.insert(pcm.end(), block.data(), block.data() + got);
+        } else {
+            const long frameBytes = 2L * channels;
+            for (long f = 0; f + frameBytes <= got; f += frameBytes)
+                pcm.insert(pcm.end(), block.data() + f, block.data() + f + 2 * keep);
+        }
         if (pcm.size() > kMaxDecodedBytes) result = SOUND_ERR_MEMORY;
     }
     ov_clear(&vf); // closes the file
