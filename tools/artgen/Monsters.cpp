@@ -245,65 +245,89 @@ void Spider(cairo_t* cr, double phase, bool attack, bool boss) {
     }
 }
 
-// One yeti pose; attack raises both fists overhead and slams.
+// A shaggy oval: fur tufts all around an ellipse.
+void ShaggyOval(cairo_t* cr, double cx, double cy, double rx, double ry, int tufts) {
+    cairo_new_sub_path(cr);
+    for (int i = 0; i <= tufts * 2; ++i) {
+        double a = M_PI * i / tufts;
+        double r = (i % 2) ? 1.0 : 1.1;
+        double x = cx + rx * r * std::cos(a), y = cy + ry * r * std::sin(a);
+        if (i == 0)
+            cairo_move_to(cr, x, y);
+        else
+            cairo_line_to(cr, x, y);
+    }
+    cairo_close_path(cr);
+}
+
+// One yeti pose: a big shaggy body with a blue face; attack raises both
+// fists overhead and slams them down.
 void Yeti(cairo_t* cr, double phase, bool attack) {
     const double s = std::sin(kTau * phase);
     const double bob = -2.5 * std::fabs(std::cos(kTau * phase));
     const double rim = 2.6;
-    const Rgb fur{0.93, 0.96, 1.0};
-    const Rgb furShade{0.62, 0.72, 0.86};
-    const Rgb face{0.45, 0.58, 0.80};
+    const Rgb fur{0.95, 0.97, 1.0};
+    const Rgb furShade{0.62, 0.72, 0.88};
+    const Rgb face{0.42, 0.56, 0.82};
+    const double raise = attack ? 0.5 + 0.5 * s : 0;
 
-    Ellipse(cr, 50, 94, 28, 4.5);
+    Ellipse(cr, 52, 94, 30, 4.5);
     SetRgb(cr, {0, 0, 0}, 0.25);
     cairo_fill(cr);
-
+    // Stubby legs, stepping in turn.
     for (int leg = 0; leg < 2; ++leg) {
-        double a = (leg == 0 ? 1 : -1) * 0.35 * s;
-        double hx = 52 + (leg == 0 ? 6 : -5), hy = 72 + bob;
-        double fx = hx + 16 * std::sin(a), fy = hy + 16 * std::cos(a);
-        InkLine(cr, hx, hy, fx, fy, 13, leg == 0 ? furShade : fur, rim);
-        Ellipse(cr, fx - 3, fy + 2, 8, 4);
+        double x = 44 + leg * 18 + (leg == 0 ? 4 : -4) * s;
+        double lift = (leg == 0 ? 1 : -1) * s > 0 ? 3 * std::fabs(s) : 0;
+        RoundRect(cr, x - 8, 74 + bob, 16, 16 - lift, 6);
+        FillOutlined(cr, leg == 0 ? furShade : fur, furShade, 74, 90, rim);
+        Ellipse(cr, x - 2, 90 - lift, 10, 4.5);
         FillFlat(cr, face, rim * 0.8);
     }
-    // Back arm.
-    double raise = attack ? (0.5 + 0.5 * s) : 0;
-    InkLine(cr, 62, 46 + bob, 66 - 6 * s - 20 * raise, 70 + bob - 50 * raise, 11, furShade, rim);
-    // Shaggy body.
-    cairo_move_to(cr, 34, 40 + bob);
-    cairo_curve_to(cr, 40, 22 + bob, 70, 22 + bob, 74, 44 + bob);
-    cairo_curve_to(cr, 78, 60 + bob, 72, 78 + bob, 64, 80 + bob);
-    for (int i = 0; i < 5; ++i) cairo_line_to(cr, 62 - i * 6, 76 + bob + (i % 2 ? 6 : 0));
-    cairo_curve_to(cr, 30, 70 + bob, 28, 54 + bob, 34, 40 + bob);
-    FillOutlined(cr, fur, furShade, 24 + bob, 82 + bob, rim);
-    // Face with a frown, horns, and glinting eyes.
-    const double hx = 38, hy = 38 + bob;
-    cairo_move_to(cr, hx + 8, hy - 12);
-    cairo_curve_to(cr, hx + 16, hy - 22, hx + 24, hy - 22, hx + 26, hy - 14);
-    cairo_curve_to(cr, hx + 20, hy - 18, hx + 16, hy - 16, hx + 12, hy - 8);
-    FillOutlined(cr, Hex(0xf1e6c8), Hex(0xb79f6d), hy - 22, hy - 8, rim * 0.8);
-    Ellipse(cr, hx, hy, 12, 11);
-    FillOutlined(cr, Shade(face, 1.15), Shade(face, 0.8), hy - 11, hy + 11, rim);
-    Ellipse(cr, hx - 4, hy - 3, 2.4, 2.4);
-    FillFlat(cr, Pal::kCream, 0.8);
-    cairo_move_to(cr, hx - 8, hy + 6);
-    cairo_line_to(cr, hx + 2, hy + 5);
-    SetRgb(cr, Pal::kInk);
-    cairo_set_line_width(cr, 2);
-    cairo_stroke(cr);
-    cairo_move_to(cr, hx - 6, hy + 5.5);
-    cairo_line_to(cr, hx - 5, hy + 9);
-    cairo_line_to(cr, hx - 3, hy + 5.5);
-    FillFlat(cr, Pal::kCream, 0.8);
-    // Front arm: swinging while walking, fists high when attacking.
-    double ax = 40 + 8 * s, ay = 74 + bob;
-    if (attack) {
-        ax = 30 - 14 * raise;
-        ay = 70 - 54 * raise;
+    // Back arm behind the body.
+    double bx = attack ? 58 - 6 * raise : 74 - 4 * s, by = attack ? 70 - 60 * raise : 76 + bob;
+    InkLine(cr, 66, 46 + bob, bx, by, 12, furShade, rim);
+    Ellipse(cr, bx, by, 7, 7);
+    FillOutlined(cr, face, Shade(face, 0.8), by - 7, by + 7, rim);
+    // Body.
+    ShaggyOval(cr, 54, 52 + bob, 28, 32, 14);
+    FillUnionOutlined(cr, fur, furShade, 20 + bob, 86 + bob, rim);
+    // Horns.
+    for (int h = 0; h < 2; ++h) {
+        double x = 44 + h * 20, y = 26 + bob;
+        cairo_move_to(cr, x - 4, y + 2);
+        cairo_curve_to(cr, x - 6, y - 10, x + 2, y - 16, x + 8, y - 14);
+        cairo_curve_to(cr, x + 2, y - 10, x + 2, y - 4, x + 4, y + 2);
+        cairo_close_path(cr);
+        FillOutlined(cr, Hex(0xf4ead0), Hex(0xb8a070), y - 16, y + 2, rim * 0.8);
     }
-    InkLine(cr, 46, 48 + bob, ax, ay, 12, fur, rim);
-    Ellipse(cr, ax, ay, 7, 7);
-    FillOutlined(cr, Shade(face, 1.1), face, ay - 7, ay + 7, rim);
+    // Face on the left of the body: brows, eyes, a fanged grin.
+    const double fx = 38, fy = 44 + bob;
+    Ellipse(cr, fx, fy, 14, 13);
+    FillOutlined(cr, Shade(face, 1.2), Shade(face, 0.85), fy - 13, fy + 13, rim);
+    for (int e = 0; e < 2; ++e) {
+        double ex = fx - 6 + e * 9, ey = fy - 4;
+        Ellipse(cr, ex, ey, 3.2, 3.6);
+        FillFlat(cr, Pal::kCream, 1.2);
+        Ellipse(cr, ex - 1, ey + 0.5, 1.6, 2);
+        FillFlat(cr, Pal::kInk, 0);
+        InkLine(cr, ex - 4, ey - 5 - e, ex + 3, ey - 6 + e, 1.6, Shade(face, 0.6), 0.6);
+    }
+    cairo_move_to(cr, fx - 10, fy + 5);
+    cairo_curve_to(cr, fx - 4, fy + 10, fx + 4, fy + 10, fx + 8, fy + 5);
+    cairo_close_path(cr);
+    FillFlat(cr, Hex(0x2a1030), 1.4);
+    for (int t = 0; t < 2; ++t) {
+        double tx = fx - 6 + t * 10;
+        cairo_move_to(cr, tx - 2, fy + 5.5);
+        cairo_line_to(cr, tx, fy + 9);
+        cairo_line_to(cr, tx + 2, fy + 5.5);
+        FillFlat(cr, Pal::kCream, 0);
+    }
+    // Front arm: swinging while walking, fists high when attacking.
+    double ax = attack ? 24 - 8 * raise : 30 + 6 * s, ay = attack ? 72 - 62 * raise : 78 + bob;
+    InkLine(cr, 42, 60 + bob, ax, ay, 13, fur, rim);
+    Ellipse(cr, ax, ay, 8, 8);
+    FillOutlined(cr, Shade(face, 1.1), face, ay - 8, ay + 8, rim);
 }
 
 // One wraith pose: a hooded cloak that never touches the ground.

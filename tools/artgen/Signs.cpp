@@ -271,10 +271,9 @@ bool DrawSigns(const std::string& dir) {
                "like it to merge the two.");
     ok &=
         Note(dir, "tutorial3.png", NoteIcon::Fast, "A merged tower shoots", "three times as fast!");
-    ok &= Note(dir, "t1help.png", NoteIcon::Crystal, "Guard the crystal!",
-               "Monsters march on it and strike.");
-    ok &= Note(dir, "t2help.png", NoteIcon::Pair, "Two first-tier towers make",
-               "one second-tier tower.");
+    ok &= Note(dir, "t1help.png", NoteIcon::Crystal, "Guard the crystal!", "Monsters march on it.");
+    ok &= Note(dir, "t2help.png", NoteIcon::Pair, "Two first-tier towers",
+               "merge into a stronger one.");
     ok &= Countdown(dir, "3.png", "3", Hex(0xffd24a));
     ok &= Countdown(dir, "2.png", "2", Hex(0xffb03a));
     ok &= Countdown(dir, "1.png", "1", Hex(0xff7a3a));
