@@ -1,8 +1,11 @@
 // The generated sound set: every file the game opens exists after a build,
 // decodes as 44.1 kHz stereo Vorbis, has a fitting length, loops without a
 // click, peaks below -1 dBFS, sits at the common loudness, and comes out
-// byte for byte the same from two runs of the generator.
+// byte for byte the same from two runs of the generator. The generator's
+// building blocks (filters, loop join, limiter, envelopes) are compiled in
+// here too and checked against answers worked out by hand.
 #include "../tools/soundgen/SoundManifest.h"
+#include "../tools/soundgen/Synth.cpp"
 #include "TestSupport.h"
 
 #include <gtest/gtest.h>
@@ -253,6 +256,115 @@ TEST(SoundResources, PeaksAndLoudness) {
                            : WholeRmsDb(d);
         EXPECT_NEAR(level, -20.0, 2.5) << e.file << ": loudness " << level << " dBFS";
     }
+}
+
+// The low-pass filter against the analytic response of a second-order
+// Butterworth under the bilinear transform, 1 / sqrt(1 + (w / wc)^4) with
+// w = tan(pi f / rate): DC passes, the cutoff is 3 dB down, a decade above
+// is about 40 dB down. Measured with a sine after the filter has settled.
+TEST(SoundSynth, LowPassFollowsButterworth) {
+    struct Case {
+        const char* name;
+        double frequency;
+    };
+    const Case cases[] = {{"well below", 100},
+                          {"half the cutoff", 500},
+                          {"at the cutoff", 1000},
+                          {"two octaves above", 4000},
+                          {"a decade above", 10000}};
+    const double cutoff = 1000, rate = 44100;
+    for (const Case& c : cases) {
+        Svf filter;
+        double sum = 0;
+        const int n = 44100, settle = 22050;
+        for (int i = 0; i < n; ++i) {
+            float y =
+                filter.Low(float(std::sin(2 * M_PI * c.frequency * i / rate)), cutoff, 0.7071068);
+            if (i >= settle) sum += double(y) * y;
+        }
+        double measured = 10 * std::log10(sum / (n - settle) / 0.5);
+        double ratio = std::tan(M_PI * c.frequency / rate) / std::tan(M_PI * cutoff / rate);
+        double expected = -10 * std::log10(1 + std::pow(ratio, 4));
+        EXPECT_NEAR(measured, expected, 0.05) << c.name;
+    }
+}
+
+// Joining a rising ramp (sample i holds i) of 1000 + 100 samples into a
+// 1000-sample loop: the end is untouched (999) and the first sample is
+// almost entirely the ramp's continuation (1000 * cos(pi / 400) = 999.97),
+// so the loop steps from 999 to about 1000 like every other sample.
+TEST(SoundSynth, LoopJoinContinuesTheTail) {
+    Buffer b = MakeBuffer(1100);
+    for (int i = 0; i < 1100; ++i) b.left[i] = b.right[i] = float(i);
+    MakeSeamlessLoop(b, 1000, 100);
+    ASSERT_EQ(b.left.size(), 1000u);
+    EXPECT_FLOAT_EQ(b.left[999], 999.0f);
+    EXPECT_NEAR(b.left[0], 999.97, 0.01);
+    // Sample 50 sits at fade position 0.505: weights sin(0.505 pi / 2) =
+    // 0.7127 on the head and cos(0.505 pi / 2) = 0.7015 on the tail, so
+    // 50 * 0.7127 + 1050 * 0.7015 = 772.2.
+    EXPECT_NEAR(b.left[50], 772.2, 0.2);
+    EXPECT_FLOAT_EQ(b.left[100], 100.0f);
+}
+
+// The limiter holds a lone spike under the ceiling; treating the sound as
+// a loop it also eases the gain at the far end, which plays right before
+// the spike, while a one-shot leaves its far end alone.
+TEST(SoundSynth, LimiterHoldsCeilingAndWraps) {
+    struct Case {
+        const char* name;
+        bool circular;
+        bool endTouched;
+    };
+    const Case cases[] = {{"loop", true, true}, {"one-shot", false, false}};
+    for (const Case& c : cases) {
+        Buffer b = MakeBuffer(44100);
+        for (int i = 0; i < 44100; ++i) b.left[i] = b.right[i] = 0.05f;
+        b.left[0] = 1.0f;
+        Limit(b, -6.0, c.circular);
+        EXPECT_LE(b.left[0], 0.5012f) << c.name;
+        EXPECT_FLOAT_EQ(b.left[22050], 0.05f) << c.name << ": far from the spike";
+        EXPECT_EQ(b.left[44099] < 0.05f, c.endTouched) << c.name << ": " << b.left[44099];
+    }
+}
+
+// Mastering brings very different sounds to the same level under the same
+// ceiling: quiet noise with loud clicks, a full-scale sine, and a short
+// burst in silence measured over its loudest 100 ms.
+TEST(SoundSynth, MasterLevelsAndCeiling) {
+    struct Case {
+        const char* name;
+        int kind;
+        bool oneShot;
+    };
+    const Case cases[] = {
+        {"noise with clicks", 0, false}, {"loud sine", 1, false}, {"short burst", 2, true}};
+    for (const Case& c : cases) {
+        Buffer b = MakeBuffer(44100);
+        Rng rng(3);
+        for (int i = 0; i < 44100; ++i) {
+            float v = 0;
+            if (c.kind == 0) v = 0.01f * rng.White() + (i % 5000 == 0 ? 0.9f : 0.0f);
+            if (c.kind == 1) v = float(std::sin(2 * M_PI * 440 * i / 44100.0));
+            if (c.kind == 2 && i >= 10000 && i < 14410) v = 0.3f * rng.White();
+            b.left[i] = b.right[i] = v;
+        }
+        Master(b, !c.oneShot, c.oneShot);
+        double level = c.oneShot ? PeakWindowRmsDb(b, 4410) : RmsDb(b);
+        EXPECT_LE(PeakDb(b), -2.0 + 1e-4) << c.name;
+        EXPECT_NEAR(level, -20.0, 1.0) << c.name;
+    }
+}
+
+// Envelope shapes at the points that define them: full at the end of the
+// attack, 60 dB down one decay time later, a bell full in its middle.
+TEST(SoundSynth, EnvelopeLandmarks) {
+    EXPECT_DOUBLE_EQ(AttackDecay(-0.1, 0.01, 1.0), 0.0);
+    EXPECT_NEAR(AttackDecay(0.01, 0.01, 1.0), 1.0, 1e-9);
+    EXPECT_NEAR(AttackDecay(1.01, 0.01, 1.0), 0.001, 1e-6);
+    EXPECT_NEAR(Bell(0.5, 1.0), 1.0, 1e-12);
+    EXPECT_NEAR(Bell(0.25, 1.0), 0.5, 1e-12);
+    EXPECT_DOUBLE_EQ(Bell(1.0, 1.0), 0.0);
 }
 
 #ifdef QUARROW_SOUNDGEN
