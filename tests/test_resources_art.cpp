@@ -233,6 +233,121 @@ TEST(Pictures, HealthBarWindowIsClearExactlyOverTheFill) {
     }
 }
 
+// Pictures that cover the whole screen on their own must have no holes:
+// the clear colour would show through.
+TEST(Pictures, WholeScreenPicturesAreOpaque) {
+    for (const char* name :
+         {"BG.png", "BG3.png", "BG4.png", "BG5.png", "BG6.png", "MenuBG.png", "NextScreen.png",
+          "howtoplay.png", "Credit.png", "TolvernSG_Logo_CMYK-RED.png", "MosswickLogo.png"}) {
+        SCOPED_TRACE(name);
+        Picture p;
+        ASSERT_TRUE(Load(name, p));
+        long holes = 0;
+        for (int y = 0; y < p.height; ++y)
+            for (int x = 0; x < p.width; ++x) holes += p.Alpha(x, y) != 255;
+        EXPECT_EQ(holes, 0);
+    }
+}
+
+// The splash logos sit on black: the corners are opaque black.
+TEST(Pictures, LogosStandOnBlack) {
+    for (const char* name : {"TolvernSG_Logo_CMYK-RED.png", "MosswickLogo.png"}) {
+        SCOPED_TRACE(name);
+        Picture p;
+        ASSERT_TRUE(Load(name, p));
+        for (int y : {0, p.height - 1})
+            for (int x : {0, p.width - 1}) {
+                const unsigned char* px = &p.rgba[(size_t(y) * p.width + x) * 4];
+                EXPECT_EQ(px[0] + px[1] + px[2], 0) << "corner " << x << "," << y;
+                EXPECT_EQ(px[3], 255);
+            }
+    }
+}
+
+// An overlay dims the frozen screen under it (its corners are see-through)
+// and frames its buttons (solid under each button's centre). Button centres
+// are the game's world positions; the overlay covers the whole 800 x 600.
+TEST(Pictures, OverlaysDimTheScreenAndFrameTheirButtons) {
+    struct Overlay {
+        const char* name;
+        std::vector<std::pair<double, double>> buttons;
+    };
+    const Overlay overlays[] = {
+        {"pauseM.png", {{0, 20}, {0, -45}, {0, -110}, {300, 180}, {300, 120}}},
+        {"cfmBG.png", {{-75, -25}, {75, -25}}},
+        {"optionBG.png", {{-75, -25}, {75, -25}}},
+        {"WinScreen.png", {{-75, -155}, {75, -155}, {10, -50}}},
+        {"LoseScreen.png", {{-75, -25}, {75, -25}}},
+    };
+    for (const Overlay& o : overlays) {
+        SCOPED_TRACE(o.name);
+        Picture p;
+        ASSERT_TRUE(Load(o.name, p));
+        const double pxPerUnit = p.width / 800.0;
+        for (auto [x, y] : o.buttons) {
+            int px = int((x + 400) * pxPerUnit), py = int((300 - y) * pxPerUnit);
+            EXPECT_EQ(p.Alpha(px, py), 255) << "no frame under the button at " << x << "," << y;
+        }
+        for (int y : {2, p.height - 3})
+            for (int x : {2, p.width - 3}) {
+                EXPECT_GT(p.Alpha(x, y), 0) << "corner not dimmed";
+                EXPECT_LT(p.Alpha(x, y), 255) << "corner hides the screen";
+            }
+    }
+}
+
+// Every button's highlighted look has the normal look's size but differs.
+TEST(Pictures, HighlightedLooksDifferFromNormalLooks) {
+    int pairs = 0;
+    for (const ArtEntry& e : kArtManifest) {
+        std::string u = e.name;
+        if (u.size() < 6 || u.compare(u.size() - 5, 5, "U.png") != 0) continue;
+        std::string h = u.substr(0, u.size() - 5) + "H.png";
+        SCOPED_TRACE(u);
+        const ArtEntry* he = ArtFind(h.c_str());
+        ASSERT_NE(he, nullptr) << "no highlighted look";
+        EXPECT_EQ(he->width, e.width);
+        EXPECT_EQ(he->height, e.height);
+        Picture a, b;
+        ASSERT_TRUE(Load(u, a));
+        ASSERT_TRUE(Load(h, b));
+        EXPECT_TRUE(a.rgba != b.rgba) << "both looks are the same picture";
+        ++pairs;
+    }
+    // 13 word buttons, the pause button and six level buttons.
+    EXPECT_EQ(pairs, 20);
+}
+
+// Sheet poses stay inside their cells (nearest sampling at a cell's edge
+// would show a sliver of the neighbour), and a walk is not one frozen pose.
+TEST(Pictures, SheetPosesStayInsideTheirCellsAndMove) {
+    for (const ArtEntry& e : kArtManifest) {
+        if (e.columns * e.rows == 1) continue;
+        SCOPED_TRACE(e.name);
+        Picture p;
+        ASSERT_TRUE(Load(e.name, p));
+        const int cw = p.width / e.columns, ch = p.height / e.rows;
+        std::set<std::vector<unsigned char>> poses;
+        for (int r = 0; r < e.rows; ++r)
+            for (int c = 0; c < e.columns; ++c) {
+                int edge = 0;
+                std::vector<unsigned char> cell;
+                for (int y = r * ch; y < (r + 1) * ch; ++y) {
+                    for (int x = c * cw; x < (c + 1) * cw; ++x) {
+                        bool border = x == c * cw || x == (c + 1) * cw - 1 || y == r * ch ||
+                                      y == (r + 1) * ch - 1;
+                        if (border && p.Alpha(x, y) != 0) ++edge;
+                    }
+                    auto row = p.rgba.begin() + (size_t(y) * p.width + c * cw) * 4;
+                    cell.insert(cell.end(), row, row + cw * 4);
+                }
+                EXPECT_EQ(edge, 0) << "cell " << c << "," << r << " touches its edge";
+                poses.insert(cell);
+            }
+        EXPECT_GT(poses.size(), 1u) << "every cell holds the same pose";
+    }
+}
+
 // All of Resources, pictures and sounds together, stays under 30 MB.
 TEST(Resources, WholeFolderIsUnder30MB) {
     uintmax_t total = 0;

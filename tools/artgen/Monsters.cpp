@@ -186,12 +186,12 @@ void Spider(cairo_t* cr, double phase, bool attack, bool boss) {
         for (int i = 0; i < 4; ++i) {
             double step = ((i + side) % 2 == 0 ? 1 : -1) * 4 * s;
             double bx = 40 + i * 7, by = 58 + lift * (i == 0 ? 1 : 0.3);
-            double fx = 50 + (i - 1.5) * 28 + (side == 0 ? 6 : 0) + step, fy = 90;
+            double fx = 50 + (i - 1.5) * 24 + (side == 0 ? 4 : 0) + step, fy = 90;
             double kx = (bx + fx) / 2 + (i - 1.5) * 4, ky = 30 - (side == 0 ? 4 : 0) - step * 0.5;
             if (attack && i == 0) { // front legs raised to strike
-                kx = 14;
+                kx = 16;
                 ky = 28 + 6 * s;
-                fx = 6;
+                fx = 10;
                 fy = 46 + 8 * s;
             }
             cairo_move_to(cr, bx, by);
@@ -284,7 +284,7 @@ void Yeti(cairo_t* cr, double phase, bool attack) {
         FillFlat(cr, face, rim * 0.8);
     }
     // Back arm behind the body.
-    double bx = attack ? 58 - 6 * raise : 74 - 4 * s, by = attack ? 70 - 60 * raise : 76 + bob;
+    double bx = attack ? 58 - 6 * raise : 74 - 4 * s, by = attack ? 70 - 52 * raise : 76 + bob;
     InkLine(cr, 66, 46 + bob, bx, by, 12, furShade, rim);
     Ellipse(cr, bx, by, 7, 7);
     FillOutlined(cr, face, Shade(face, 0.8), by - 7, by + 7, rim);
@@ -324,7 +324,7 @@ void Yeti(cairo_t* cr, double phase, bool attack) {
         FillFlat(cr, Pal::kCream, 0);
     }
     // Front arm: swinging while walking, fists high when attacking.
-    double ax = attack ? 24 - 8 * raise : 30 + 6 * s, ay = attack ? 72 - 62 * raise : 78 + bob;
+    double ax = attack ? 24 - 8 * raise : 30 + 6 * s, ay = attack ? 72 - 54 * raise : 78 + bob;
     InkLine(cr, 42, 60 + bob, ax, ay, 13, fur, rim);
     Ellipse(cr, ax, ay, 8, 8);
     FillOutlined(cr, Shade(face, 1.1), face, ay - 8, ay + 8, rim);
@@ -336,7 +336,10 @@ void Wraith(cairo_t* cr, double phase) {
     const double c = std::cos(kTau * phase);
     const double rim = 2.2;
     const double fy = -4 * s; // float bob
-    Glow(cr, 50, 55 + fy, 46, Hex(0x7be0d0), 0.35);
+    // Kept a little small so the glow and hem never reach the cell's edge.
+    cairo_translate(cr, 4, 2);
+    cairo_scale(cr, 0.92, 0.92);
+    Glow(cr, 50, 52 + fy, 42, Hex(0x7be0d0), 0.35);
 
     // Cloak with a tattered hem that ripples with the phase.
     cairo_move_to(cr, 44, 14 + fy);

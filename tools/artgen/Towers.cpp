@@ -118,8 +118,8 @@ bool TowerSheet(const std::string& dir, const char* name, int tier) {
             cairo_translate(cr, c * cw, r * ch);
             cairo_scale(cr, cw / 100.0, ch / 100.0);
             // Shrink a little so the pennant stays inside the cell.
-            cairo_translate(cr, 5, 8);
-            cairo_scale(cr, 0.9, 0.9);
+            cairo_translate(cr, 8, 12);
+            cairo_scale(cr, 0.84, 0.84);
             TowerBody(cr, tier, (c + r * e->columns) / 8.0);
             cairo_restore(cr);
         }
