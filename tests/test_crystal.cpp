@@ -89,7 +89,8 @@ TEST_F(CrystalTest, StrikesAndTheLoseFlag) {
 
 // A monster that stays in contact strikes at once, then each time its
 // timer has climbed back to 1.0: 101 steps of 0.01 in float, so every
-// 102nd update. A monster not in contact neither strikes nor recharges.
+// 102nd update. A monster not in contact neither strikes nor recharges;
+// two ready monsters strike in the same update.
 TEST_F(CrystalTest, StrikeRhythmInContact) {
     Monster* m = Touching(false);
     Monster* away = Touching(false);
@@ -105,14 +106,12 @@ TEST_F(CrystalTest, StrikeRhythmInContact) {
     EXPECT_TRUE(m->isAttacking);
     EXPECT_FALSE(away->isAttacking);
     EXPECT_FLOAT_EQ(away->attackTimer, 0.5f);
-}
-
-// Two ready monsters in contact in the same update both strike, in order.
-TEST_F(CrystalTest, TwoStrikesInOneUpdate) {
-    Touching(false);
+    // Two ready monsters in contact strike in the same update, in order.
+    m->attackTimer = 1.0f;
     Touching(true);
+    const int before = crystal->health;
     crystal->Update();
-    EXPECT_EQ(crystal->health, 85);
+    EXPECT_EQ(crystal->health, before - 15);
 }
 
 // The warning flashes to full on a strike and fades 0.01 an update (the

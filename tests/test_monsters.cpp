@@ -1,5 +1,5 @@
 // Monsters frame by frame: a goblin's walk to the crystal on level 1's
-// board, speed per kind, blink and low-health pulse timing, mirroring, the
+// board, blink and low-health pulse timing, mirroring, the
 // fall-back walk of a walled-in monster and the wraith's teleport tile.
 #include <gtest/gtest.h>
 
@@ -15,7 +15,6 @@
 #include "Tile.h"
 #include "WaveSpawner.h"
 #include "WraithBoss.h"
-#include "Yeti.h"
 
 namespace {
 
@@ -75,27 +74,6 @@ TEST_F(Monsters, GoblinWalksDownTheMiddleToTheCrystal) {
     EXPECT_TRUE(goblin->isAttacking);
 }
 
-// 0.5 x speed world units a frame, whatever the direction.
-TEST_F(Monsters, StepPerFrameByKind) {
-    Board(6);
-    struct Case {
-        const char* name;
-        Monster* monster;
-        float step;
-    } cases[] = {
-        {"goblin, speed 0.5", Release<Goblin>(0, 1), 0.25f},
-        {"goblin king, speed 1", Release<GoblinKing>(9, 2), 0.5f},
-        {"yeti, speed 0.5", Release<Yeti>(90, 1), 0.25f},
-        {"wraith, speed 3", Release<WraithBoss>(99, 2), 1.5f},
-    };
-    for (const Case& c : cases) {
-        const float x0 = c.monster->posX, y0 = c.monster->posY;
-        c.monster->Update(tileList, 6);
-        const double moved = std::hypot((double)c.monster->posX - x0, (double)c.monster->posY - y0);
-        EXPECT_NEAR(moved, c.step, 1e-4) << c.name;
-    }
-}
-
 // A fade is ten frames of -0.1 alpha (ten float steps of 0.1 take 1.0 to
 // just below 0), three fades a hit; health 5 is exempt from starting one.
 TEST_F(Monsters, BlinkStartsAndTiming) {
@@ -128,22 +106,6 @@ TEST_F(Monsters, BlinkStartsAndTiming) {
         for (; m->isBlinking; ++frame) m->Update(tileList, 3);
         EXPECT_EQ(frame, 30) << c.name << ": the blink lasts 30 frames";
         EXPECT_FLOAT_EQ(m->tintColor[3], 1.0f) << c.name;
-    }
-}
-
-// Every hit restarts the count of fades, mid-fade (the alpha carries on).
-TEST_F(Monsters, QuickHitsRestartTheBlink) {
-    Board(3);
-    Goblin* g = Release<Goblin>(5, 1);
-    g->lastHealth = 5;
-    for (unsigned health : {4u, 3u, 2u}) {
-        g->health = health;
-        g->Update(tileList, 3);
-        EXPECT_EQ(g->blinkCount, 0u) << "the frame of the hit to " << health;
-        EXPECT_EQ(g->lastHealth, health);
-        EXPECT_TRUE(g->isBlinking);
-        for (int i = 0; i < 14; ++i) g->Update(tileList, 3);
-        EXPECT_GE(g->blinkCount, 1u) << "15 frames after the hit to " << health;
     }
 }
 
