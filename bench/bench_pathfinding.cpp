@@ -133,7 +133,7 @@ void MakeBoard(TileArray& tiles, int layoutId, const std::vector<int>& towers) {
 int main() {
     const int kRepeats = 41;
     const char* situations[3] = {"no towers", "five towers", "crystal walled in"};
-    double worstRatio = 0.0;
+    double worstOpen = 0.0, worstWalled = 0.0;
     std::printf("FindPath, one search (ns)      game mean   game p99   textbook mean  textbook "
                 "p99   ratio\n");
     std::vector<double> allGame, allBook;
@@ -180,7 +180,8 @@ int main() {
             allBook.insert(allBook.end(), book.begin(), book.end());
             Figures fg = Summarise(game), fb = Summarise(book);
             const double ratio = fg.mean / fb.mean;
-            worstRatio = std::max(worstRatio, ratio);
+            double& worst = (s == 2) ? worstWalled : worstOpen;
+            worst = std::max(worst, ratio);
             std::printf("layout %d, %-18s  %9.0f  %9.0f  %13.0f  %12.0f  %6.2f\n", layout,
                         situations[s], fg.mean, fg.p99, fb.mean, fb.p99, ratio);
         }
@@ -189,9 +190,17 @@ int main() {
     const double overall = fg.mean / fb.mean;
     std::printf("all cases                   %9.0f  %9.0f  %13.0f  %12.0f  %6.2f\n", fg.mean,
                 fg.p99, fb.mean, fb.p99, overall);
-    std::printf("goal: FindPath within 3x of the textbook A* (mean over all cases): %s "
-                "(%.2fx; worst single situation %.2fx)\n",
-                overall <= 3.0 ? "met" : "NOT met", overall, worstRatio);
+    // Searches that reach the crystal are what monsters run almost every
+    // frame; a walled-in search takes every reachable cell, and there the
+    // full heap sort of a long open list after each expansion (which fixes
+    // the order among equal costs) weighs most against a binary heap.
+    std::printf("goal: FindPath within 3x of the textbook A*\n");
+    std::printf("  searches that reach the crystal, worst situation: %.2fx  %s\n", worstOpen,
+                worstOpen <= 3.0 ? "met" : "NOT met");
+    std::printf("  walled-in searches, worst situation:              %.2fx  %s\n", worstWalled,
+                worstWalled <= 3.0 ? "met" : "NOT met");
+    std::printf("  mean over all cases:                              %.2fx  %s\n", overall,
+                overall <= 3.0 ? "met" : "NOT met");
 
     // Monsters need the renderer for their pictures and meshes.
     VXSeamUseVirtualClock(true);
