@@ -106,6 +106,23 @@ TEST_F(Text, OffScreenStartShowsTheVisiblePart) {
     VXGfxDestroyFont(font);
 }
 
+TEST_F(Text, TextsAreCutAfter255Characters) {
+    unsigned font = VXGfxCreateFont("DejaVu Sans", 12, false, false);
+    VXGfxPrint(font, "H", 0, 0, 1, 1, 1);
+    float plain = Read().minX;
+    VXGfxPrint(font, " H", 0, 0, 1, 1, 1);
+    int space = static_cast<int>(std::lround(Read().minX - plain));
+    ASSERT_GT(space, 0);
+    // Spaces push an "H" to the same place on screen: as character 255 it is
+    // drawn, as character 256 it is cut.
+    int x = 300 - 254 * space;
+    VXGfxPrint(font, (std::string(254, ' ') + "H").c_str(), x, 0, 1, 1, 1);
+    EXPECT_GT(Read().count, 10) << "character 255";
+    VXGfxPrint(font, (std::string(255, ' ') + "H").c_str(), x - space, 0, 1, 1, 1);
+    EXPECT_EQ(Read().count, 0) << "character 256";
+    VXGfxDestroyFont(font);
+}
+
 TEST_F(Text, SkipRuleBoundaries) {
     // A very tall font makes every boundary visible: 'H' is wide and tall, 'j'
     // reaches left of its origin, 'p' hangs below its baseline.
