@@ -4,7 +4,7 @@
 // Rectangles are given by centre, full width and full height. Swept tests
 // take one frame's motion from ps to pe and return the time of contact along
 // it (0 at ps, 1 at pe for segments) or -1 for no hit, writing the contact
-// point through an out-pointer. Depends on: VXVec2, VXMath.
+// point through an out-pointer. Depends on: VXVec2.
 // Limits: single precision; tolerances 1e-5 for parallel motion and
 // degenerate segments; convex polygons are not supported (always -1).
 #pragma once
