@@ -68,6 +68,7 @@ struct CellTables {
     int heuristic[kCells];
 };
 
+// The cell tables, made on first use.
 const CellTables& Cells() {
     static const CellTables tables = [] {
         CellTables t{};

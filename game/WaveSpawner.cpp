@@ -26,6 +26,7 @@ namespace {
 // boss in levels 2-6 and nothing in the tutorial.
 constexpr unsigned kRegularPerWave[6] = {3, 5, 5, 7, 8, 11};
 
+// Levels with waves: 1 to 6.
 bool IsLevel(int level) {
     return level >= 1 && level <= 6;
 }

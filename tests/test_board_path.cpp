@@ -195,7 +195,9 @@ TEST(PathSearch, HandWorkedRoutes) {
         for (size_t i = 0; i + 2 < path.size(); ++i)
             EXPECT_EQ(path[i]->GetParent(), path[i + 1]) << c.name << " link " << i;
         // A start alone is the same node twice, not two equal cells.
-        if (c.path == std::vector<int>{c.start, c.start}) EXPECT_EQ(path[0], path[1]) << c.name;
+        if (c.path == std::vector<int>{c.start, c.start}) {
+            EXPECT_EQ(path[0], path[1]) << c.name;
+        }
     }
 }
 

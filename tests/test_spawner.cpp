@@ -108,7 +108,9 @@ TEST_F(Spawner, WaveContentsAndReleaseFrames) {
             EXPECT_EQ(m->tier, c.tier) << c.name;
             EXPECT_NE(m->pMesh, nullptr) << c.name;
             EXPECT_FLOAT_EQ(m->transform.m[0][2], m->posX) << c.name;
-            if (c.fixedTile >= 0) EXPECT_EQ(TileOf(*m), c.fixedTile) << c.name;
+            if (c.fixedTile >= 0) {
+                EXPECT_EQ(TileOf(*m), c.fixedTile) << c.name;
+            }
         }
     }
 }
