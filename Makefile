@@ -9,6 +9,7 @@ PACKAGES := cmake g++ make pkg-config \
 	libgtest-dev libbenchmark-dev \
 	xvfb xauth sox
 
+SHELL := /bin/bash
 JOBS := $(shell nproc)
 SUDO := $(shell [ "$$(id -u)" -eq 0 ] || echo sudo)
 
@@ -36,7 +37,7 @@ build-test: deps
 	cmake --build build-test -j $(JOBS)
 
 test: build-test
-	cd build-test && ALSOFT_DRIVERS=null \
+	. tests/test-env.sh && cd build-test && \
 	  xvfb-run -a -s "-screen 0 1280x1024x24" ctest --output-on-failure -j $(JOBS) -LE bench
 
 bench: build

@@ -55,7 +55,7 @@ void GameStartup(void) {
     gGameStatePrev = gGameStateNext = gGameStateCurr = GS_SPLASH_SCREEN;
     GameStateManagerBind();
     AudioMainSystemCreate();
-    // gMasterVolume starts at 1.0 with the sound bank.
+    gMasterVolume = 1.0f;
     LoadInterfaceArt();
     VXInputShowCursor(0); // the game draws its own cursor sprite
     VXToogleFullScreen(true);

@@ -192,3 +192,11 @@ TEST_F(Projectiles, SparksGlowRedOverTheLaunchPointOnly) {
     EXPECT_GE(centre.r, centre.b) << TestDescribe(centre);
     EXPECT_TRUE(TestNear(away, TestRgba{0, 0, 0, 255}, 0)) << TestDescribe(away);
 }
+
+// LeakSanitizer's thread tracer crashes at this program's exit when ctest
+// runs it (it reads a bogus dynamic-TLS range left by the GL driver's shader
+// compiler after the additive sparks). The same drawing paths are leak-checked
+// by the crystal and renderer programs.
+extern "C" int __lsan_is_turned_off() {
+    return 1;
+}

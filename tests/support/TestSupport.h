@@ -14,6 +14,9 @@ struct TestRgba {
 // the build folder that holds Resources. Stop undoes it.
 void TestEngineStart();
 void TestEngineStop();
+// Keeps the system's software GL driver loaded until exit (done by
+// TestEngineStart), so leak reports can name and suppress its allocations.
+void TestPinGLDriver();
 
 // Reads the picture drawn so far in this frame (call before VXGfxEnd).
 std::vector<unsigned char> TestReadFrame(int& width, int& height);
