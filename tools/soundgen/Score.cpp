@@ -149,7 +149,7 @@ Buffer RenderScore(const Score& score, const std::string& soundFont, double tail
     fluid_settings_setint(settings, "synth.chorus.active", 0);
     fluid_settings_setint(settings, "synth.cpu-cores", 1);
     fluid_settings_setint(settings, "synth.polyphony", 256);
-    fluid_settings_setint(settings, "synth.dynamic-sample-loading", 1);
+    fluid_settings_setint(settings, "synth.dynamic-sample-loading", 0);
     fluid_settings_setnum(settings, "synth.gain", 0.5);
     fluid_synth_t* synth = new_fluid_synth(settings);
     Buffer out;
