@@ -301,6 +301,7 @@ void VXGfxStart(void) {
 void VXGfxEnd(void) {
     VX_GFX_CHECK("VXGfxEnd");
     VXGfxSetRenderMode(VX_GFX_RENDER_NONE);
+    VXGfxMeshArraysOff();
     VX_GFX_CHECK("VXGfxEnd");
     glFinish();
     VXSeamFrameFinished();

@@ -32,18 +32,40 @@ void Upload(GLuint buffer, const std::vector<float>& data) {
     glFinish();
 }
 
+// Which generic attribute arrays are switched on. A draw switches on the
+// two it reads and leaves them on for the next draw, which almost always
+// reads the same two: switching arrays off and on around every draw costs
+// more in the driver than the draw itself. The frame's end switches all off.
+const GLuint kMaxArrays = 16;
+bool sArrayOn[kMaxArrays];
+
+void UseArrays(GLint a, GLint b) {
+    for (GLuint i = 0; i < kMaxArrays; ++i) {
+        bool wanted = (GLint)i == a || (GLint)i == b;
+        if (wanted == sArrayOn[i]) continue;
+        if (wanted)
+            glEnableVertexAttribArray(i);
+        else
+            glDisableVertexAttribArray(i);
+        sArrayOn[i] = wanted;
+    }
+}
+
 // Points an attribute of the current program at a buffer; -1 when the
 // program has no such attribute.
 GLint BindAttribute(const char* name, GLuint buffer, int components) {
     GLint location = VXGfxAttribute(name);
-    if (location < 0) return -1;
+    if (location < 0 || location >= (GLint)kMaxArrays) return -1;
     glBindBuffer(GL_ARRAY_BUFFER, buffer);
     glVertexAttribPointer((GLuint)location, components, GL_FLOAT, GL_FALSE, 0, nullptr);
-    glEnableVertexAttribArray((GLuint)location);
     return location;
 }
 
 } // namespace
+
+void VXGfxMeshArraysOff(void) {
+    UseArrays(-1, -1);
+}
 
 void VXGfxReset(void) {
     sStagedCount = 0;
@@ -115,9 +137,8 @@ void VXGfxMeshDraw(VXGfxMesh* mesh, unsigned mode) {
         extra = BindAttribute("aColor", mesh->pBuffers[1], 4);
     else
         extra = BindAttribute("aTextureCoordinate", mesh->pBuffers[2], 2);
+    UseArrays(position, extra);
     glDrawArrays(kPrimitives[mode], 0, (GLsizei)mesh->vertexCount);
-    if (extra >= 0) glDisableVertexAttribArray((GLuint)extra);
-    if (position >= 0) glDisableVertexAttribArray((GLuint)position);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
