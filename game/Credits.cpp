@@ -2,6 +2,9 @@
 // empty frames until it is.
 #include "GameStates.h"
 
-void GameStateCreditsInit(void) {}
-void GameStateCreditsUpdate(void) {}
-void GameStateCreditsDraw(void) {}
+void GameStateCreditsInit(void) {
+}
+void GameStateCreditsUpdate(void) {
+}
+void GameStateCreditsDraw(void) {
+}

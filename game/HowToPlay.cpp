@@ -2,6 +2,9 @@
 // empty frames until it is.
 #include "GameStates.h"
 
-void GameStateHowToPlayInit(void) {}
-void GameStateHowToPlayUpdate(void) {}
-void GameStateHowToPlayDraw(void) {}
+void GameStateHowToPlayInit(void) {
+}
+void GameStateHowToPlayUpdate(void) {
+}
+void GameStateHowToPlayDraw(void) {
+}

@@ -2,6 +2,9 @@
 // there is nothing to load and no cursor sprite to draw.
 #include "InterfaceArt.h"
 
-void LoadInterfaceArt(void) {}
-void FreeInterfaceArt(void) {}
-void DrawCursor(void) {}
+void LoadInterfaceArt(void) {
+}
+void FreeInterfaceArt(void) {
+}
+void DrawCursor(void) {
+}

@@ -5,9 +5,15 @@
 
 int gCurrentLevel = 1;
 
-void GameStateLevelLoad(void) {}
-void GameStateLevelInit(void) {}
-void GameStateLevelUpdate(void) {}
-void GameStateLevelDraw(void) {}
-void GameStateLevelFree(void) {}
-void GameStateLevelUnload(void) {}
+void GameStateLevelLoad(void) {
+}
+void GameStateLevelInit(void) {
+}
+void GameStateLevelUpdate(void) {
+}
+void GameStateLevelDraw(void) {
+}
+void GameStateLevelFree(void) {
+}
+void GameStateLevelUnload(void) {
+}

@@ -2,9 +2,15 @@
 // empty frames until it is.
 #include "GameStates.h"
 
-void GameStateMainMenuLoad(void) {}
-void GameStateMainMenuInit(void) {}
-void GameStateMainMenuUpdate(void) {}
-void GameStateMainMenuDraw(void) {}
-void GameStateMainMenuFree(void) {}
-void GameStateMainMenuUnload(void) {}
+void GameStateMainMenuLoad(void) {
+}
+void GameStateMainMenuInit(void) {
+}
+void GameStateMainMenuUpdate(void) {
+}
+void GameStateMainMenuDraw(void) {
+}
+void GameStateMainMenuFree(void) {
+}
+void GameStateMainMenuUnload(void) {
+}

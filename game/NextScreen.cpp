@@ -2,6 +2,9 @@
 // empty frames until it is.
 #include "GameStates.h"
 
-void GameStateNextScreenInit(void) {}
-void GameStateNextScreenUpdate(void) {}
-void GameStateNextScreenDraw(void) {}
+void GameStateNextScreenInit(void) {
+}
+void GameStateNextScreenUpdate(void) {
+}
+void GameStateNextScreenDraw(void) {
+}

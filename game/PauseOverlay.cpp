@@ -7,4 +7,5 @@ bool gConfirmOpen = false;
 bool gOptionsOpen = false;
 bool gHelpShown = false;
 
-void RunPauseOverlay(void) {}
+void RunPauseOverlay(void) {
+}
