@@ -27,7 +27,7 @@ deps:
 
 build: deps
 	cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo
-	cmake --build build -j $(JOBS)
+	cmake --build build -j $(JOBS) --target quarrow quarrow-driver
 
 play: build
 	cd build && ./quarrow
@@ -41,6 +41,7 @@ test: build-test
 	  xvfb-run -a -s "-screen 0 1280x1024x24" ctest --output-on-failure -j $(JOBS) -LE bench
 
 bench: build
+	cmake --build build -j $(JOBS) --target benchmarks
 	cd build && xvfb-run -a -s "-screen 0 800x600x24" ctest -V -L bench
 
 clean:
