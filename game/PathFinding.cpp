@@ -170,6 +170,14 @@ void FindPathOnBoard(int startRow, int startCol, const TileArray& tiles, int lay
 
         if (openCount >= 2) {
             std::make_heap(open, open + openCount, KeyBefore());
+            // sort_heap's first step moves the heap's top to the back, where
+            // it stays: when that is the crystal's node the search ends on
+            // it, and the order of the rest is never looked at again.
+            const int top = (int)(open[0] & kNodeMask);
+            if (pool[top].row == PATH_GOAL_ROW && pool[top].col == PATH_GOAL_COL) {
+                lastClosed = top;
+                break;
+            }
             std::sort_heap(open, open + openCount, KeyBefore());
         }
         if (openCount > 0) {

@@ -212,16 +212,19 @@ TEST(PathSearch, EqualCostTieGoesBelowTower) {
     EXPECT_EQ(Route(path)[path.size() - 2], 64);
 }
 
-// Every layout, every on-board start, with no towers, 5, 10 or 25 towers at
-// random free tiles, and with the crystal walled in: the game's search and
-// the plain transcription agree cell for cell and cost for cost.
+// Every layout, every on-board start, with no towers, 5, 10, 25 towers or
+// half the board at random free tiles (half the board cuts it into walled
+// pockets), and with the crystal walled in: the game's search and the plain
+// transcription agree cell for cell and cost for cost.
 TEST(PathSearch, MatchesPlainSearchEverywhere) {
     srand(20261123);
     int compared = 0;
     for (int layout = 3; layout <= 6; ++layout) {
         // -1: the crystal ringed by six towers, so every search exhausts the board.
-        for (int towerCount : {0, 5, 10, 25, -1}) {
-            for (int round = 0; round < 4; ++round) {
+        int onBoard = 0;
+        for (int i = 0; i < 100; ++i) onBoard += IsTileOnBoard(layout, i);
+        for (int towerCount : {0, 5, 10, 25, onBoard / 2, -1}) {
+            for (int round = 0; round < 10; ++round) {
                 std::vector<int> towers;
                 if (towerCount < 0) towers = {45, 46, 54, 56, 65, 66};
                 while ((int)towers.size() < towerCount) {
