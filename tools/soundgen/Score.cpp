@@ -141,7 +141,15 @@ static void QuietFluidSynth() {
 
 // Renders the score offline: write samples up to each event, apply it,
 // carry on; then let the tail ring out.
+//
+// One render at a time: FluidSynth instances in the same process share the
+// SoundFont's sample cache, and a final-wave render made while another piece
+// was loading the SoundFont came out different under heavy load. The other
+// worker thread meanwhile synthesises the ambiences, which need no
+// SoundFont.
 Buffer RenderScore(const Score& score, const std::string& soundFont, double tailSeconds) {
+    static std::mutex oneAtATime;
+    std::lock_guard<std::mutex> lock(oneAtATime);
     QuietFluidSynth();
     fluid_settings_t* settings = new_fluid_settings();
     fluid_settings_setnum(settings, "synth.sample-rate", kRate);

@@ -97,10 +97,12 @@ bool MakeOne(std::size_t index, const std::string& outDir, const std::string& so
     return true;
 }
 
-// Writes the whole set using two worker threads, longest sounds first.
+// Writes the whole set using two worker threads, longest sounds first, the
+// music (rendered one piece at a time) taking turns with the synthesised
+// sounds so that both threads stay busy.
 int Generate(const std::string& outDir, const std::string& soundFont) {
     mkdir(outDir.c_str(), 0755);
-    const std::size_t order[kSoundCount] = {7, 9, 8, 5, 4, 0, 2, 1, 3, 6};
+    const std::size_t order[kSoundCount] = {7, 4, 9, 0, 8, 2, 5, 1, 3, 6};
     std::atomic<std::size_t> next{0};
     std::atomic<bool> ok{true};
     auto worker = [&] {
