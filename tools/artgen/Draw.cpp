@@ -80,12 +80,9 @@ void StarPath(cairo_t* cr, double cx, double cy, double rOuter, double rInner, i
     cairo_close_path(cr);
 }
 
-// Gradient fill plus ink outline.
-void FillOutlined(cairo_t* cr, Rgb top, Rgb bottom, double y0, double y1, double outline, Rgb ink) {
-    cairo_pattern_t* p = cairo_pattern_create_linear(0, y0, 0, y1);
-    cairo_pattern_add_color_stop_rgb(p, 0, top.r, top.g, top.b);
-    cairo_pattern_add_color_stop_rgb(p, 1, bottom.r, bottom.g, bottom.b);
-    cairo_set_source(cr, p);
+// Fills the current path with the current source, then, when outline is
+// above 0, strokes it in ink with round joins.
+static void FillThenInk(cairo_t* cr, double outline, Rgb ink) {
     if (outline > 0) {
         cairo_fill_preserve(cr);
         SetRgb(cr, ink);
@@ -95,6 +92,15 @@ void FillOutlined(cairo_t* cr, Rgb top, Rgb bottom, double y0, double y1, double
     } else {
         cairo_fill(cr);
     }
+}
+
+// Gradient fill plus ink outline.
+void FillOutlined(cairo_t* cr, Rgb top, Rgb bottom, double y0, double y1, double outline, Rgb ink) {
+    cairo_pattern_t* p = cairo_pattern_create_linear(0, y0, 0, y1);
+    cairo_pattern_add_color_stop_rgb(p, 0, top.r, top.g, top.b);
+    cairo_pattern_add_color_stop_rgb(p, 1, bottom.r, bottom.g, bottom.b);
+    cairo_set_source(cr, p);
+    FillThenInk(cr, outline, ink);
     cairo_pattern_destroy(p);
 }
 
@@ -116,15 +122,7 @@ void FillUnionOutlined(cairo_t* cr, Rgb top, Rgb bottom, double y0, double y1, d
 // Flat fill plus ink outline.
 void FillFlat(cairo_t* cr, Rgb fill, double outline, Rgb ink) {
     SetRgb(cr, fill);
-    if (outline > 0) {
-        cairo_fill_preserve(cr);
-        SetRgb(cr, ink);
-        cairo_set_line_width(cr, outline);
-        cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
-        cairo_stroke(cr);
-    } else {
-        cairo_fill(cr);
-    }
+    FillThenInk(cr, outline, ink);
 }
 
 // Radial glow fading to nothing at the radius.

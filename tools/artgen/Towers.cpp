@@ -194,22 +194,20 @@ bool HealthBar(const std::string& dir, const char* name, bool warning) {
 void DrawCrystalGem(cairo_t* cr, double cx, double cy, double half) {
     const double w = half * 0.62, shoulder = half * 0.35;
     const double rim = std::fmax(half * 0.07, 1.0);
+    // The gem's outline, pointed at top and bottom, half-width `width`.
+    auto gem = [&](double width) {
+        cairo_move_to(cr, cx, cy - half);
+        cairo_line_to(cr, cx - width, cy - shoulder);
+        cairo_line_to(cr, cx - width, cy + shoulder);
+        cairo_line_to(cr, cx, cy + half);
+        cairo_line_to(cr, cx + width, cy + shoulder);
+        cairo_line_to(cr, cx + width, cy - shoulder);
+        cairo_close_path(cr);
+    };
     // Left and right facets, then the bright middle one.
-    cairo_move_to(cr, cx, cy - half);
-    cairo_line_to(cr, cx - w, cy - shoulder);
-    cairo_line_to(cr, cx - w, cy + shoulder);
-    cairo_line_to(cr, cx, cy + half);
-    cairo_line_to(cr, cx + w, cy + shoulder);
-    cairo_line_to(cr, cx + w, cy - shoulder);
-    cairo_close_path(cr);
+    gem(w);
     FillOutlined(cr, Pal::kCrystal, Pal::kCrystalDark, cy - half, cy + half, rim * 2);
-    cairo_move_to(cr, cx, cy - half);
-    cairo_line_to(cr, cx - w * 0.45, cy - shoulder);
-    cairo_line_to(cr, cx - w * 0.45, cy + shoulder);
-    cairo_line_to(cr, cx, cy + half);
-    cairo_line_to(cr, cx + w * 0.45, cy + shoulder);
-    cairo_line_to(cr, cx + w * 0.45, cy - shoulder);
-    cairo_close_path(cr);
+    gem(w * 0.45);
     FillOutlined(cr, Hex(0xcff6ff), Hex(0x52b8f0), cy - half, cy + half, 0);
     cairo_move_to(cr, cx + w, cy - shoulder);
     cairo_line_to(cr, cx + w * 0.45, cy - shoulder);
@@ -223,13 +221,7 @@ void DrawCrystalGem(cairo_t* cr, double cx, double cy, double half) {
     SetRgb(cr, {1, 1, 1}, 0.95);
     cairo_fill(cr);
     // Re-ink the silhouette on top so it stays crisp when small.
-    cairo_move_to(cr, cx, cy - half);
-    cairo_line_to(cr, cx - w, cy - shoulder);
-    cairo_line_to(cr, cx - w, cy + shoulder);
-    cairo_line_to(cr, cx, cy + half);
-    cairo_line_to(cr, cx + w, cy + shoulder);
-    cairo_line_to(cr, cx + w, cy - shoulder);
-    cairo_close_path(cr);
+    gem(w);
     SetRgb(cr, Pal::kInk);
     cairo_set_line_width(cr, rim * 2);
     cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
