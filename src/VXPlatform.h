@@ -54,5 +54,6 @@ void VXPlatformResetInputState(void);
 void VXPlatformPushKey(unsigned char vk, bool down);
 void VXPlatformPushCursor(int x, int y);
 void VXPlatformPushClose(void);
-// The platform key code for a virtual key, and back (0 when unmapped).
+// The virtual key a script or tool names ("escape", "space", "a", "f1"...);
+// 0 for a name the engine does not map.
 unsigned char VXPlatformVirtualKeyFromName(const char* name);
