@@ -56,8 +56,22 @@ void VXSeamFrameFinished(void) {
     ++sFramesPresented;
 }
 
+namespace {
+
+// The screen pixel that the engine reads back as logical pixel p: the input
+// divides by the scale and truncates, so plain p x scale can land one
+// logical pixel short (279 x 1.6 = 446.4 reads back as 278).
+int ScreenPixelFor(int p, float scale) {
+    const int guess = (int)((float)p * scale);
+    for (int s : {guess, guess + 1, guess - 1, guess + 2, guess - 2})
+        if ((int)((float)s / scale) == p) return s;
+    return guess;
+}
+
+} // namespace
+
 void VXSeamInjectCursor(int x, int y) {
-    VXPlatformPushCursor((int)((float)x * gVXWinScaleX), (int)((float)y * gVXWinScaleY));
+    VXPlatformPushCursor(ScreenPixelFor(x, gVXWinScaleX), ScreenPixelFor(y, gVXWinScaleY));
 }
 
 void VXSeamInjectKey(unsigned char vk, bool down) {

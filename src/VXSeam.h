@@ -20,8 +20,9 @@ typedef void (*VXSeamFrameHook)(unsigned long frame, void* user);
 void VXSeamSetFrameHook(VXSeamFrameHook hook, void* user);
 unsigned long VXSeamFramesPresented(void);
 
-// Input, in logical window pixels for the cursor (scaled to screen pixels in
-// full screen, as a real mouse would report them).
+// Input, in logical window pixels for the cursor: in full screen it lands
+// on a screen pixel that the engine reads back as exactly that logical
+// pixel, as a real mouse there would report it.
 void VXSeamInjectCursor(int x, int y);
 void VXSeamInjectKey(unsigned char vk, bool down);
 void VXSeamInjectClose(void);

@@ -6,6 +6,7 @@
 
 #include "Audio.h"
 #include "GameStateManager.h"
+#include "GameStates.h"
 #include "InterfaceArt.h"
 #include "Level.h"
 #include "PauseOverlay.h"
@@ -84,6 +85,7 @@ void GameStateLoop(void) {
 void GameShutdown(void) {
     AudioMainSystemRelease();
     FreeInterfaceArt();
+    GameStatesFreeObjects();
     VXSysExit();
 }
 

@@ -56,3 +56,10 @@ void GameStateManagerBind(void) {
     GameStateFree = ops.free;
     GameStateUnload = ops.unload;
 }
+
+void GameStatesFreeObjects(void) {
+    MainMenuFreeObjects();
+    CreditsFreeObjects();
+    HowToPlayFreeObjects();
+    NextScreenFreeObjects();
+}

@@ -32,3 +32,12 @@ void GameStateHowToPlayDraw(void);
 void GameStateNextScreenInit(void);
 void GameStateNextScreenUpdate(void);
 void GameStateNextScreenDraw(void);
+
+// What the screens keep from one entry to the next (pictures and buttons
+// that their next entry replaces), released once at shutdown while the
+// renderer still runs.
+void MainMenuFreeObjects(void);
+void CreditsFreeObjects(void);
+void HowToPlayFreeObjects(void);
+void NextScreenFreeObjects(void);
+void GameStatesFreeObjects(void);

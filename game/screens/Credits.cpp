@@ -8,3 +8,5 @@ void GameStateCreditsUpdate(void) {
 }
 void GameStateCreditsDraw(void) {
 }
+void CreditsFreeObjects(void) {
+}

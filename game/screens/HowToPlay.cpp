@@ -8,3 +8,5 @@ void GameStateHowToPlayUpdate(void) {
 }
 void GameStateHowToPlayDraw(void) {
 }
+void HowToPlayFreeObjects(void) {
+}

@@ -14,3 +14,5 @@ void GameStateMainMenuFree(void) {
 }
 void GameStateMainMenuUnload(void) {
 }
+void MainMenuFreeObjects(void) {
+}

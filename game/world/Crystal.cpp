@@ -85,9 +85,7 @@ void Crystal::Update() {
                 // The fill keeps its bottom at y = -100 and loses its top.
                 if (!healthbarList.empty()) {
                     Healthbar& fill = *healthbarList[0];
-                    fill.SetTransform(350.0f, (float)health - 100.0f, 1.0f);
-                    fill.transform.m[0][0] = 10.0f;
-                    fill.transform.m[1][1] = (float)health;
+                    fill.SetTransform(350.0f, (float)health - 100.0f, 10.0f, (float)health);
                 }
                 if (healthbarList.size() > 2 && healthbarList[2]->tintColor[3] <= 0.0f)
                     healthbarList[2]->tintColor[3] = 1.0f;

@@ -11,6 +11,7 @@
 
 #include "GameMain.h"
 #include "VXFrameRateController.h"
+#include "VXInput.h"
 
 ObjectList gCreditsObjects;
 ObjectList gHowToPlayObjects;
@@ -33,14 +34,20 @@ GameObject::~GameObject() {
     }
 }
 
-// Two white triangles over (-1, -1)..(1, 1): a scale of s gives a sprite 2s wide.
+// A scale of s gives a sprite 2s wide showing the whole picture.
 void GameObject::SetMesh() {
-    VXGfxTriAdd(-1.0f, -1.0f, 0xFFFFFFFF, 0.0f, 1.0f, 1.0f, -1.0f, 0xFFFFFFFF, 1.0f, 1.0f, -1.0f,
+    BuildFrameQuad(1.0f, 1.0f, "GameObject::SetMesh", "GameObject", 64);
+}
+
+// Bottom-left, bottom-right, top-left; then bottom-right, top-right, top-left.
+void GameObject::BuildFrameQuad(float uSpan, float vSpan, const char* func, const char* file,
+                                int line) {
+    VXGfxTriAdd(-1.0f, -1.0f, 0xFFFFFFFF, 0.0f, vSpan, 1.0f, -1.0f, 0xFFFFFFFF, uSpan, vSpan, -1.0f,
                 1.0f, 0xFFFFFFFF, 0.0f, 0.0f);
-    VXGfxTriAdd(1.0f, -1.0f, 0xFFFFFFFF, 1.0f, 1.0f, 1.0f, 1.0f, 0xFFFFFFFF, 1.0f, 0.0f, -1.0f,
+    VXGfxTriAdd(1.0f, -1.0f, 0xFFFFFFFF, uSpan, vSpan, 1.0f, 1.0f, 0xFFFFFFFF, uSpan, 0.0f, -1.0f,
                 1.0f, 0xFFFFFFFF, 0.0f, 0.0f);
     pMesh = VXGfxMeshEnd();
-    if (!pMesh) GameObjectMeshFailed("GameObject::SetMesh", "GameObject", 64);
+    if (!pMesh) GameObjectMeshFailed(func, file, line);
 }
 
 // Scale on the diagonal, position in the third column.
@@ -54,6 +61,13 @@ void GameObject::SetTransform(float x, float y, float s) {
     transform.m[2][0] = 0.0f;
     transform.m[2][1] = 0.0f;
     transform.m[2][2] = 1.0f;
+}
+
+// Non-uniform scale on the diagonal, position in the third column.
+void GameObject::SetTransform(float x, float y, float sx, float sy) {
+    SetTransform(x, y, 1.0f);
+    transform.m[0][0] = sx;
+    transform.m[1][1] = sy;
 }
 
 // Textured objects step the screen's clock on every 30th frame, once per
@@ -115,6 +129,13 @@ bool RectsOverlap(const BoundingBox& a, const VXVec2& velA, const BoundingBox& b
     const float enter = enterX > enterY ? enterX : enterY;
     const float exit = exitX < exitY ? exitX : exitY;
     return !(enter > exit || enter > dt);
+}
+
+void MousePoint(float* x, float* y) {
+    int cx = 0, cy = 0;
+    VXInputGetCursorPosition(&cx, &cy);
+    *x = (float)cx - 400.0f;
+    *y = 300.0f - (float)cy;
 }
 
 // The assertion report of a mesh that could not be built; the game cannot

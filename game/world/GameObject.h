@@ -30,6 +30,8 @@ class GameObject {
     virtual void SetMesh();
     // Uniform scale s at position (x, y).
     void SetTransform(float x, float y, float s);
+    // Scale (sx, sy) at position (x, y): the picture covers x +- sx, y +- sy.
+    void SetTransform(float x, float y, float sx, float sy);
 
     BoundingBox boundingBox;
     float tintColor[4] = {1.0f, 1.0f, 1.0f, 1.0f};
@@ -41,6 +43,14 @@ class GameObject {
 
     GameObject(const GameObject&) = delete;
     GameObject& operator=(const GameObject&) = delete;
+
+  protected:
+    // The one quad of every sprite: two white triangles over (-1, -1)..(1, 1)
+    // whose texture coordinates run from 0 to uSpan across and 0 (top) to
+    // vSpan (bottom), so one frame of a sheet of 1/uSpan x 1/vSpan frames
+    // shows. A mesh that cannot be built ends the program with the report
+    // of GameObjectMeshFailed under the given names.
+    void BuildFrameQuad(float uSpan, float vSpan, const char* func, const char* file, int line);
 };
 
 // A screen's draw context: everything a screen draws goes through its own
@@ -66,6 +76,11 @@ extern ObjectList gLevelObjects;
 // passes zero velocities.
 bool RectsOverlap(const BoundingBox& a, const VXVec2& velA, const BoundingBox& b,
                   const VXVec2& velB);
+
+// The mouse in world units, as every screen and the level see it: the
+// cursor's logical window pixel (cx, cy), full-screen scale divided out and
+// truncated by the engine, becomes (cx - 400, 300 - cy).
+void MousePoint(float* x, float* y);
 
 // Ends the program the way a failed mesh creation does: the assertion
 // report for "pMesh" with the given function, source line and file names,

@@ -30,9 +30,7 @@ void CreateHealthbars(int crystalHealth) {
     };
     for (const auto& b : bars) {
         auto bar = std::make_unique<Healthbar>(b.picture);
-        bar->SetTransform(b.x, 0.0f, 1.0f);
-        bar->transform.m[0][0] = b.scaleX;
-        bar->transform.m[1][1] = b.scaleY;
+        bar->SetTransform(b.x, 0.0f, b.scaleX, b.scaleY);
         bar->tintColor[3] = b.alpha;
         bar->SetMesh();
         healthbarList.push_back(std::move(bar));

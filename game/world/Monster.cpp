@@ -35,14 +35,8 @@ void Monster::ApplyKind(const MonsterKind& kind) {
 // Texture coordinates span one frame; the draw routine's offset of
 // frame / framesU picks the sheet cell, the texture repeating.
 void Monster::BuildSheetMesh(const MonsterKind& kind) {
-    const float fu = 1.0f / kind.framesU;
-    const float fv = 1.0f / kind.framesV;
-    VXGfxTriAdd(-1.0f, -1.0f, 0xFFFFFFFF, 0.0f, fv, 1.0f, -1.0f, 0xFFFFFFFF, fu, fv, -1.0f, 1.0f,
-                0xFFFFFFFF, 0.0f, 0.0f);
-    VXGfxTriAdd(1.0f, -1.0f, 0xFFFFFFFF, fu, fv, 1.0f, 1.0f, 0xFFFFFFFF, fu, 0.0f, -1.0f, 1.0f,
-                0xFFFFFFFF, 0.0f, 0.0f);
-    pMesh = VXGfxMeshEnd();
-    if (!pMesh) GameObjectMeshFailed(kind.meshFunc, kind.meshFile, kind.meshLine);
+    BuildFrameQuad(1.0f / kind.framesU, 1.0f / kind.framesV, kind.meshFunc, kind.meshFile,
+                   kind.meshLine);
 }
 
 // Regular kinds start at 5 health with lastHealth 0, and 5 is exempt, so a

@@ -16,17 +16,10 @@ Tower::~Tower() {
     pTexture = nullptr;
 }
 
-// Two triangles over (-1, -1)..(1, 1) whose texture spans one picture cell.
+// The quad spans one picture cell: the top-left one.
 void Tower::BuildFirstFrameMesh(float columns, float rows, const char* func, const char* file,
                                 int line) {
-    const float u = 1.0f / columns;
-    const float v = 1.0f / rows;
-    VXGfxTriAdd(-1.0f, -1.0f, 0xFFFFFFFF, 0.0f, v, 1.0f, -1.0f, 0xFFFFFFFF, u, v, -1.0f, 1.0f,
-                0xFFFFFFFF, 0.0f, 0.0f);
-    VXGfxTriAdd(1.0f, -1.0f, 0xFFFFFFFF, u, v, 1.0f, 1.0f, 0xFFFFFFFF, u, 0.0f, -1.0f, 1.0f,
-                0xFFFFFFFF, 0.0f, 0.0f);
-    pMesh = VXGfxMeshEnd();
-    if (!pMesh) GameObjectMeshFailed(func, file, line);
+    BuildFrameQuad(1.0f / columns, 1.0f / rows, func, file, line);
 }
 
 // Every shot sounds on a free channel so overlapping arrows all play; the

@@ -3,7 +3,7 @@
 // A tower's id is its index in towerList and the tile under it holds that id
 // in occupant; removing towers renumbers the tiles so the two stay in step.
 // Depends on: Tile, Tower, ArcherTower_Tier1, ArcherTower_Tier2, GameObject,
-// VXInput, VXSystem (window scale, VXRand). Limits: see TowerBuilding.h.
+// VXInput, VXSystem (VXRand). Limits: see TowerBuilding.h.
 #include "TowerBuilding.h"
 
 #include "ArcherTower_Tier1.h"
@@ -22,6 +22,8 @@ bool gDropBlocked = false;
 bool gMergePending = false;
 bool gTutorialMoved = false;
 bool gTutorialMergeSeen = false;
+float gLevelCursorX = 0.0f;
+float gLevelCursorY = 0.0f;
 
 namespace {
 
@@ -40,12 +42,6 @@ bool IsHovered(const Tile& tile, const BoundingBox& cursor) {
 }
 
 } // namespace
-
-// Logical window pixels, truncated, then moved to the centre origin.
-void TowerDragCursorWorld(float* pX, float* pY) {
-    *pX = (float)(int)(gVXInputCursorX / gVXWinScaleX) - 400.0f;
-    *pY = 300.0f - (float)(int)(gVXInputCursorY / gVXWinScaleY);
-}
 
 // Draws tiles until a free one turns up; a taken tile simply draws again.
 void CreateTowers(int count) {
@@ -69,8 +65,8 @@ void CreateTowers(int count) {
 // Hover and tints every frame, then the press, hold and release of the
 // left button: pick up, carry, and drop, merge or send back.
 void HandleTowerDrag(void) {
-    float x = 0.0f, y = 0.0f;
-    TowerDragCursorWorld(&x, &y);
+    MousePoint(&gLevelCursorX, &gLevelCursorY);
+    const float x = gLevelCursorX, y = gLevelCursorY;
     const BoundingBox cursor = {x, y, x, y};
 
     // Hover boxes (monsters find their cells through them too) and the

@@ -6,7 +6,7 @@
 // crossed lose their blue, the blocked tile under the cursor is pure red.
 //
 // Depends on: Tile (tileList), Tower and the archer tiers (towerList),
-// GameObject (RectsOverlap), VXInput, VXSystem (window scale, VXRand).
+// GameObject (RectsOverlap, MousePoint), VXInput, VXSystem (VXRand).
 // Limits: only the first 100 tiles can receive a handed-out tower.
 #pragma once
 
@@ -27,5 +27,7 @@ void HandleTowerDrag(void);
 // Replaces the towers on gDragFromTile and gDragToTile with one tower of
 // the next tier on gDragToTile and renumbers the others.
 void MergeTowers(void);
-// The cursor's point in world units (origin at the window's centre, y up).
-void TowerDragCursorWorld(float* pX, float* pY);
+// The cursor's world point as the level last computed it: at its init and
+// in every frame of the drag handling (the pause button is tested against it).
+extern float gLevelCursorX;
+extern float gLevelCursorY;

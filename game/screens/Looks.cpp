@@ -1,0 +1,31 @@
+// Looks: the cache of look pictures, keyed by file name.
+//
+// Depends on: VXGraphics. Limits: see Looks.h.
+#include "Looks.h"
+
+#include <map>
+#include <string>
+
+namespace {
+std::map<std::string, VXGfxTexture*> sLooks;
+} // namespace
+
+// A missing or damaged file gives the loader's placeholder, which is kept
+// like any picture: asking again would only fail again.
+VXGfxTexture* LookPicture(const char* file) {
+    auto found = sLooks.find(file);
+    if (found != sLooks.end()) return found->second;
+    VXGfxTexture* picture = VXGfxTextureLoad(file);
+    sLooks.emplace(file, picture);
+    return picture;
+}
+
+void LooksFree(void) {
+    for (auto& entry : sLooks)
+        if (entry.second) VXGfxTextureUnload(entry.second);
+    sLooks.clear();
+}
+
+int LooksHeldCount(void) {
+    return (int)sLooks.size();
+}

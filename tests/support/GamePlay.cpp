@@ -1,0 +1,175 @@
+// GamePlay: the real game on the main thread, the test script beside it,
+// taking turns at every presented frame.
+#include "GamePlay.h"
+
+#include <unistd.h>
+
+#include <condition_variable>
+#include <cstdlib>
+#include <mutex>
+#include <thread>
+
+#include "GameMain.h"
+#include "GameStateManager.h"
+#include "Level.h"
+#include "TestSupport.h"
+#include "VXFrameRateController.h"
+#include "VXInput.h"
+#include "VXSeam.h"
+#include "VXSystem.h"
+
+struct GamePlay::Shared {
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool scriptsTurn = false;
+    bool scriptDone = false;
+    bool gameOver = false;
+    bool closeSent = false;
+    const std::function<void()>* task = nullptr;
+    unsigned long presented = 0;
+    GameScript script;
+};
+
+// The game's side of a turn: hand the frame to the script, run what it asks
+// to run on this thread, and go on when it lets the next frame be drawn.
+void GamePlay::Hook(unsigned long frame, void* user) {
+    Shared& s = *static_cast<GamePlay*>(user)->shared_;
+    std::unique_lock<std::mutex> lock(s.mutex);
+    s.presented = frame + 1;
+    if (s.scriptDone) {
+        if (!s.closeSent) VXSeamInjectClose();
+        s.closeSent = true;
+        return;
+    }
+    s.scriptsTurn = true;
+    s.changed.notify_all();
+    for (;;) {
+        s.changed.wait(lock, [&] { return !s.scriptsTurn || s.task; });
+        if (s.task) {
+            (*s.task)();
+            s.task = nullptr;
+            s.changed.notify_all();
+            continue;
+        }
+        break;
+    }
+    if (s.scriptDone && !s.closeSent) {
+        VXSeamInjectClose();
+        s.closeSent = true;
+    }
+}
+
+unsigned long GamePlay::Run(int state, int level, unsigned seed,
+                            const std::function<void(GameScript&)>& script, bool windowed) {
+    TestPinGLDriver();
+    if (chdir(TestBinaryDir().c_str()) != 0) std::abort();
+    setenv("ALSOFT_DRIVERS", "null", 0);
+    Shared shared;
+    shared_ = &shared;
+    shared.script.play_ = this;
+
+    VXSeamUseVirtualClock(true);
+    VXSeamSetFrameHook(Hook, this);
+    GameStartup();
+    VXSeedRand(seed);
+    if (windowed) VXToogleFullScreen(false);
+    gCurrentLevel = level;
+    gGameStatePrev = gGameStateNext = gGameStateCurr = state;
+
+    std::thread scriptThread([&] {
+        {
+            std::unique_lock<std::mutex> lock(shared.mutex);
+            shared.changed.wait(lock, [&] { return shared.scriptsTurn || shared.gameOver; });
+            shared.script.presented_ = shared.presented;
+        }
+        if (!shared.gameOver) script(shared.script);
+        std::lock_guard<std::mutex> lock(shared.mutex);
+        shared.scriptDone = true;
+        shared.scriptsTurn = false;
+        shared.changed.notify_all();
+    });
+
+    GameStateLoop();
+    GameShutdown();
+    {
+        std::lock_guard<std::mutex> lock(shared.mutex);
+        shared.gameOver = true;
+        shared.script.over_ = true;
+        shared.changed.notify_all();
+    }
+    scriptThread.join();
+    VXSeamSetFrameHook(nullptr, nullptr);
+    VXSeamUseVirtualClock(false);
+    shared_ = nullptr;
+    return shared.presented;
+}
+
+bool GameScript::Frames(int n) {
+    GamePlay::Shared& s = *play_->shared_;
+    std::unique_lock<std::mutex> lock(s.mutex);
+    for (int i = 0; i < n && !s.gameOver; ++i) {
+        s.scriptsTurn = false;
+        s.changed.notify_all();
+        s.changed.wait(lock, [&] { return s.scriptsTurn || s.gameOver; });
+        presented_ = s.presented;
+    }
+    over_ = s.gameOver;
+    return !s.gameOver;
+}
+
+int GameScript::Until(const std::function<bool()>& condition, int limit) {
+    for (int waited = 0; waited <= limit; ++waited) {
+        if (condition()) return waited;
+        if (!Frames(1)) return -1;
+    }
+    return -1;
+}
+
+void GameScript::OnGameThread(const std::function<void()>& f) {
+    GamePlay::Shared& s = *play_->shared_;
+    std::unique_lock<std::mutex> lock(s.mutex);
+    if (s.gameOver) return;
+    s.task = &f;
+    s.changed.notify_all();
+    s.changed.wait(lock, [&] { return s.task == nullptr; });
+}
+
+bool GameScript::CapturePNG(const std::string& path) {
+    bool ok = false;
+    OnGameThread([&] { ok = VXSeamCaptureFramePNG(path.c_str()); });
+    return ok;
+}
+
+unsigned GameScript::FramesInState() const {
+    return VXFrameRateControllerGetFrameCount() + 1;
+}
+
+void GameScript::Move(int x, int y) {
+    VXSeamInjectCursor(x, y);
+}
+void GameScript::MoveWorld(float x, float y) {
+    Move((int)(x + 400.0f), (int)(300.0f - y));
+}
+void GameScript::Press(unsigned char key) {
+    VXSeamInjectKey(key, true);
+}
+void GameScript::Release(unsigned char key) {
+    VXSeamInjectKey(key, false);
+}
+void GameScript::Click(int x, int y) {
+    Move(x, y);
+    Press(VX_KEY_LBUTTON);
+    Frames(1);
+    Release(VX_KEY_LBUTTON);
+}
+void GameScript::ClickWorld(float x, float y) {
+    Click((int)(x + 400.0f), (int)(300.0f - y));
+}
+void GameScript::Tap(unsigned char key) {
+    Press(key);
+    Frames(1);
+    Release(key);
+}
+void GameScript::Close() {
+    VXSeamInjectClose();
+}

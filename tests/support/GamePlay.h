@@ -1,0 +1,77 @@
+// GamePlay: plays the real game (its start-up, state loop and shutdown) on
+// the engine's virtual clock while a test script, running beside it on a
+// second thread, takes turns with it one presented frame at a time. The
+// script sees the game as it stands after each frame is drawn (before it is
+// shown), injects input as a player gives it (seen by the next frame), and
+// can run code on the game's own thread (captures, setting up a scene).
+//
+//   GamePlay play;
+//   play.Run(GS_NEXT_SCREEN, 1, 1234, [](GameScript& s) {
+//       s.Until([] { return gGameStateCurr == GS_LEVEL; });
+//       s.ClickWorld(330, 250);
+//       ...
+//   });
+//
+// When the script returns, the window is closed and the game shuts down in
+// order; Run returns the number of frames presented. If the game ends on
+// its own first, every later call of the script returns false at once.
+#pragma once
+
+#include <functional>
+#include <string>
+
+class GameScript {
+  public:
+    // Lets n frames be drawn; returns false once the game has ended.
+    bool Frames(int n);
+    // Lets frames be drawn until the condition holds after a frame (checked
+    // before the first too). Returns the frames waited, or -1 when the game
+    // ended or the limit passed first.
+    int Until(const std::function<bool()>& condition, int limit = 60 * 60 * 20);
+
+    // Input, seen by the game from the next frame on. Positions are logical
+    // window pixels of the 800 x 600 window (or world units for *World).
+    void Move(int x, int y);
+    void MoveWorld(float x, float y);
+    void Press(unsigned char key);
+    void Release(unsigned char key);
+    // Moves, presses the left button, lets one frame pass, releases it.
+    void Click(int x, int y);
+    void ClickWorld(float x, float y);
+    // Presses and releases a key over two frames.
+    void Tap(unsigned char key);
+    void Close();
+
+    // Runs f on the game's thread, inside the current frame (its renderer is
+    // current there): set up a scene, read pixels, capture a picture.
+    void OnGameThread(const std::function<void()>& f);
+    bool CapturePNG(const std::string& path);
+
+    // Frames drawn in the running state so far, counting the current one
+    // (the engine's frame count + 1), and since the program started.
+    unsigned FramesInState() const;
+    unsigned long FramesPresented() const { return presented_; }
+    bool GameOver() const { return over_; }
+
+  private:
+    friend class GamePlay;
+    class GamePlay* play_ = nullptr;
+    unsigned long presented_ = 0;
+    bool over_ = false;
+};
+
+class GamePlay {
+  public:
+    // Starts the game, seeds its random numbers, and enters `state` with
+    // gCurrentLevel = level instead of the splash screen (the splash screen
+    // itself when state is GS_SPLASH_SCREEN). windowed: leave full screen
+    // after start-up, so one logical pixel is one screen pixel.
+    unsigned long Run(int state, int level, unsigned seed,
+                      const std::function<void(GameScript&)>& script, bool windowed = false);
+
+  private:
+    friend class GameScript;
+    static void Hook(unsigned long frame, void* user);
+    struct Shared;
+    Shared* shared_ = nullptr;
+};
