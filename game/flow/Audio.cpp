@@ -10,24 +10,58 @@
 
 #include <AL/al.h>
 #include <AL/alc.h>
+// The thread-local context of the decoder thread is an OpenAL Soft extension.
+#define AL_ALEXT_PROTOTYPES
+#include <AL/alext.h>
 #include <vorbis/vorbisfile.h>
 
 #include <algorithm>
+#include <atomic>
+#include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <thread>
 #include <vector>
 
 namespace {
+
+// One sound's decoding, done beside the game on the decoder thread. The
+// file is opened (and so checked) by SoundCreate; the decoder reads it to
+// the end and closes it.
+struct DecodeJob {
+    unsigned soundId = 0;
+    SoundSystem* system = nullptr;
+    OggVorbis_File vf;
+    bool open = false;
+    int channels = 0; // of the file; the samples keep at most two
+    long rate = 0;
+    std::vector<char> pcm; // 16-bit little-endian samples, interleaved
+    int result = SOUND_OK;
+    std::atomic<bool> cancelled{false};
+
+    ~DecodeJob() {
+        if (open) ov_clear(&vf);
+    }
+};
 
 struct ChannelRecord {
     ALuint source = 0;
     unsigned serial = 0; // the play it carries; 0 when none
     unsigned soundId = 0;
+    // The play waits for its sound's samples: it counts as playing and
+    // starts (held, when paused meanwhile) as soon as they are there.
+    bool waiting = false;
+    bool waitingPaused = false;
 };
 
 struct SoundRecord {
     unsigned id = 0;
     ALuint buffer = 0;
+    std::shared_ptr<DecodeJob> job; // set while the samples are being decoded
+    bool silent = false;            // the file held no audio after all
 };
 
 } // namespace
@@ -59,6 +93,10 @@ SoundChannel gChannelWin;
 float gMasterVolume = 1.0f;
 bool gMuted = false;
 
+// The layer's state is the game thread's, except that the decoder thread
+// hands finished sounds over under this lock; every entry of the layer
+// takes it too.
+static std::recursive_mutex sLayerMutex;
 static std::vector<SoundSystem*> sSystems;
 static ALCdevice* sDevice = nullptr;
 static bool sDeviceProbed = false;
@@ -122,7 +160,8 @@ static ALint SourceState(const ChannelRecord& channel) {
     return state;
 }
 
-// Finds the live channel of a play: playing or paused, context made current.
+// Finds the live channel of a play: playing, paused or waiting for its
+// samples, context made current.
 // A play that has ended is no longer a channel, as with any free channel.
 static ChannelRecord* FindChannel(SoundChannel handle) {
     if (handle.id == 0) return nullptr;
@@ -130,6 +169,7 @@ static ChannelRecord* FindChannel(SoundChannel handle) {
         for (ChannelRecord& channel : system->channels) {
             if (channel.serial != handle.id) continue;
             if (!UseContext(system)) return nullptr;
+            if (channel.waiting) return &channel;
             ALint state = SourceState(channel);
             if (state != AL_PLAYING && state != AL_PAUSED) return nullptr;
             return &channel;
@@ -138,59 +178,142 @@ static ChannelRecord* FindChannel(SoundChannel handle) {
     return nullptr;
 }
 
-// Decodes a whole OGG file to 16-bit PCM; false for anything unreadable.
-static bool DecodeOgg(const char* path, std::vector<char>& pcm, int& channels, long& rate,
-                      int& result) {
+// Opens an OGG file and reads its headers: what a sound can be made of is
+// known at once, its samples come later.
+static int OpenOgg(const char* path, DecodeJob& job) {
     FILE* file = std::fopen(path, "rb");
-    if (!file) {
-        result = SOUND_ERR_FILE_NOT_FOUND;
-        return false;
-    }
-    OggVorbis_File vf;
-    if (ov_open_callbacks(file, &vf, nullptr, 0, OV_CALLBACKS_DEFAULT) != 0) {
+    if (!file) return SOUND_ERR_FILE_NOT_FOUND;
+    if (ov_open_callbacks(file, &job.vf, nullptr, 0, OV_CALLBACKS_DEFAULT) != 0) {
         std::fclose(file);
-        result = SOUND_ERR_FILE_BAD;
-        return false;
+        return SOUND_ERR_FILE_BAD;
     }
-    vorbis_info* info = ov_info(&vf, -1);
-    channels = info ? info->channels : 0;
-    rate = info ? info->rate : 0;
-    result = SOUND_OK;
-    if (channels < 1 || rate < 1000 || rate > 192000) result = SOUND_ERR_FILE_BAD;
+    job.open = true;
+    vorbis_info* info = ov_info(&job.vf, -1);
+    job.channels = info ? info->channels : 0;
+    job.rate = info ? info->rate : 0;
+    if (job.channels < 1 || job.rate < 1000 || job.rate > 192000) return SOUND_ERR_FILE_BAD;
+    return SOUND_OK;
+}
+
+// Decodes the whole stream to 16-bit PCM (on the decoder thread). A damaged
+// page keeps what was decoded before it; a cancelled job stops early.
+static void DecodeOgg(DecodeJob& job) {
+    const int channels = job.channels;
     // Files of more than two channels keep their first two.
     const int keep = std::min(channels, 2);
-    const ogg_int64_t frames = ov_pcm_total(&vf, -1);
-    if (result == SOUND_OK && frames > 0)
-        pcm.reserve(std::min<size_t>(size_t(frames) * 2 * keep, kMaxDecodedBytes));
+    const ogg_int64_t frames = ov_pcm_total(&job.vf, -1);
+    if (frames > 0) job.pcm.reserve(std::min<size_t>(size_t(frames) * 2 * keep, kMaxDecodedBytes));
     std::vector<char> block(4096);
     int section = 0;
-    while (result == SOUND_OK) {
-        long got = ov_read(&vf, block.data(), 4096, 0, 2, 1, &section);
+    while (job.result == SOUND_OK && !job.cancelled.load()) {
+        long got = ov_read(&job.vf, block.data(), 4096, 0, 2, 1, &section);
         if (got == 0) break;
         if (got < 0) {
-            // A damaged page inside the stream: keep what was decoded.
             if (got == OV_HOLE) continue;
             break;
         }
-        vorbis_info* linkInfo = ov_info(&vf, section);
+        vorbis_info* linkInfo = ov_info(&job.vf, section);
         if (!linkInfo || linkInfo->channels != channels) break; // a chained file changed shape
         if (channels == keep) {
-            pcm.insert(pcm.end(), block.data(), block.data() + got);
+            job.pcm.insert(job.pcm.end(), block.data(), block.data() + got);
         } else {
             const long frameBytes = 2L * channels;
             for (long f = 0; f + frameBytes <= got; f += frameBytes)
-                pcm.insert(pcm.end(), block.data() + f, block.data() + f + 2 * keep);
+                job.pcm.insert(job.pcm.end(), block.data() + f, block.data() + f + 2 * keep);
         }
-        if (pcm.size() > kMaxDecodedBytes) result = SOUND_ERR_MEMORY;
+        if (job.pcm.size() > kMaxDecodedBytes) job.result = SOUND_ERR_MEMORY;
     }
-    ov_clear(&vf); // closes the file
-    channels = keep;
-    if (result == SOUND_OK && pcm.empty()) result = SOUND_ERR_FILE_BAD;
-    return result == SOUND_OK;
+    ov_clear(&job.vf); // closes the file
+    job.open = false;
+    job.channels = keep;
+    if (job.result == SOUND_OK && job.pcm.empty()) job.result = SOUND_ERR_FILE_BAD;
+}
+
+static void FinishDecode(const DecodeJob& job);
+
+namespace {
+
+// The decoder thread: decodes sounds in the order they were made, so a
+// level starts at once and its ambience, created first, is ready first.
+// Decoding a whole level's sounds takes about half a second; the game
+// draws on meanwhile.
+class Decoder {
+  public:
+    void Add(const std::shared_ptr<DecodeJob>& job) {
+        std::lock_guard<std::mutex> lock(mutex_);
+        if (!thread_.joinable()) thread_ = std::thread([this] { Run(); });
+        queue_.push_back(job);
+        wake_.notify_one();
+    }
+    ~Decoder() {
+        {
+            std::lock_guard<std::mutex> lock(mutex_);
+            stop_ = true;
+            wake_.notify_one();
+        }
+        if (thread_.joinable()) thread_.join();
+    }
+
+  private:
+    void Run() {
+        for (;;) {
+            std::shared_ptr<DecodeJob> job;
+            {
+                std::unique_lock<std::mutex> lock(mutex_);
+                wake_.wait(lock, [this] { return stop_ || !queue_.empty(); });
+                if (stop_) return;
+                job = queue_.front();
+                queue_.pop_front();
+            }
+            if (!job->cancelled.load()) DecodeOgg(*job);
+            FinishDecode(*job);
+        }
+    }
+    std::mutex mutex_;
+    std::condition_variable wake_;
+    std::deque<std::shared_ptr<DecodeJob>> queue_;
+    std::thread thread_;
+    bool stop_ = false;
+};
+
+Decoder sDecoder;
+
+} // namespace
+
+// Hands a decoded sound to OpenAL and starts the plays that waited for it,
+// from the decoder thread, under the layer's lock and with the sound's
+// context current for this thread only (the game thread's stays as it is).
+static void FinishDecode(const DecodeJob& job) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
+    if (job.cancelled.load() || !SystemIsLive(job.system) || !job.system->context) return;
+    SoundSystem* system = job.system;
+    for (SoundRecord& sound : system->sounds) {
+        if (sound.id != job.soundId) continue;
+        alcSetThreadContext(system->context);
+        sound.silent = job.pcm.empty();
+        if (!sound.silent) {
+            alGetError();
+            alBufferData(sound.buffer, job.channels == 2 ? AL_FORMAT_STEREO16 : AL_FORMAT_MONO16,
+                         job.pcm.data(), ALsizei(job.pcm.size()), ALsizei(job.rate));
+            sound.silent = alGetError() != AL_NO_ERROR;
+        }
+        for (ChannelRecord& channel : system->channels) {
+            if (!channel.waiting || channel.soundId != sound.id) continue;
+            channel.waiting = false;
+            if (sound.silent) continue; // nothing to play: the channel is free again
+            alSourcei(channel.source, AL_BUFFER, ALint(sound.buffer));
+            alSourcePlay(channel.source);
+            if (channel.waitingPaused) alSourcePause(channel.source);
+        }
+        sound.job.reset();
+        alcSetThreadContext(nullptr);
+        return;
+    }
 }
 
 // Creates an empty, uninitialised system.
 int SoundSystemCreate(SoundSystem** pSystem) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     if (!pSystem) return SOUND_ERR_INVALID_PARAM;
     *pSystem = new SoundSystem();
     sSystems.push_back(*pSystem);
@@ -199,6 +322,7 @@ int SoundSystemCreate(SoundSystem** pSystem) {
 
 // Counts the output devices the system could use: 1 or 0.
 int SoundSystemGetNumDrivers(SoundSystem* system, int* pCount) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     if (!SystemIsLive(system) || !pCount) return SOUND_ERR_INVALID_PARAM;
     *pCount = DeviceProbe() ? 1 : 0;
     return SOUND_OK;
@@ -206,6 +330,7 @@ int SoundSystemGetNumDrivers(SoundSystem* system, int* pCount) {
 
 // Opens the system's context on the shared device with maxChannels sources.
 int SoundSystemInit(SoundSystem* system, int maxChannels) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     if (!SystemIsLive(system) || maxChannels < 1 || maxChannels > 1024)
         return SOUND_ERR_INVALID_PARAM;
     if (system->context) return SOUND_ERR_INITIALIZED;
@@ -235,13 +360,17 @@ int SoundSystemInit(SoundSystem* system, int maxChannels) {
 
 // Mixing runs on OpenAL's own thread; nothing needs doing per frame.
 int SoundSystemUpdate(SoundSystem* system) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     if (!SystemIsLive(system)) return SOUND_ERR_INVALID_PARAM;
     return system->context ? SOUND_OK : SOUND_ERR_UNINITIALIZED;
 }
 
 // Stops everything, frees the system's sounds, sources and context.
 int SoundSystemRelease(SoundSystem* system) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     if (!SystemIsLive(system)) return SOUND_ERR_INVALID_PARAM;
+    for (SoundRecord& sound : system->sounds)
+        if (sound.job) sound.job->cancelled.store(true);
     if (UseContext(system)) {
         for (ChannelRecord& channel : system->channels) {
             alSourceStop(channel.source);
@@ -260,27 +389,25 @@ int SoundSystemRelease(SoundSystem* system) {
     return SOUND_OK;
 }
 
-// Decodes the file and uploads it as one buffer of the system.
+// Checks the file and hands its decoding to the decoder thread: the sound
+// exists at once, its samples follow (see FinishDecode).
 int SoundCreate(SoundSystem* system, const char* path, Sound* pSound) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     if (!SystemIsLive(system) || !path || !pSound) return SOUND_ERR_INVALID_PARAM;
     if (!UseContext(system)) return SOUND_ERR_UNINITIALIZED;
-    std::vector<char> pcm;
-    int channels = 0, result = SOUND_OK;
-    long rate = 0;
-    if (!DecodeOgg(path, pcm, channels, rate, result)) return result;
-    UseContext(system); // decoding touches no context, but stay safe
+    auto job = std::make_shared<DecodeJob>();
+    const int result = OpenOgg(path, *job);
+    if (result != SOUND_OK) return result;
     SoundRecord sound;
     alGetError();
     alGenBuffers(1, &sound.buffer);
     if (alGetError() != AL_NO_ERROR) return SOUND_ERR_MEMORY;
-    alBufferData(sound.buffer, channels == 2 ? AL_FORMAT_STEREO16 : AL_FORMAT_MONO16, pcm.data(),
-                 ALsizei(pcm.size()), ALsizei(rate));
-    if (alGetError() != AL_NO_ERROR) {
-        alDeleteBuffers(1, &sound.buffer);
-        return SOUND_ERR_MEMORY;
-    }
     sound.id = ++sNextSoundId;
+    sound.job = job;
+    job->soundId = sound.id;
+    job->system = system;
     system->sounds.push_back(sound);
+    sDecoder.Add(job);
     pSound->id = sound.id;
     return SOUND_OK;
 }
@@ -301,6 +428,7 @@ static SoundRecord* FindSound(Sound sound, SoundSystem** pOwner) {
 
 // Stops every channel playing the sound, then frees it.
 int SoundRelease(Sound sound) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     SoundSystem* system = nullptr;
     SoundRecord* record = FindSound(sound, &system);
     if (!record || !UseContext(system)) return SOUND_ERR_INVALID_HANDLE;
@@ -310,7 +438,9 @@ int SoundRelease(Sound sound) {
         alSourcei(channel.source, AL_BUFFER, 0);
         channel.serial = 0;
         channel.soundId = 0;
+        channel.waiting = false;
     }
+    if (record->job) record->job->cancelled.store(true);
     alDeleteBuffers(1, &record->buffer);
     system->sounds.erase(system->sounds.begin() + (record - system->sounds.data()));
     return SOUND_OK;
@@ -318,26 +448,34 @@ int SoundRelease(Sound sound) {
 
 // Starts the sound on a free channel, or on the oldest play when none is free.
 int SoundPlay(SoundSystem* system, Sound sound, bool paused, SoundChannel* pSlot) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     if (!SystemIsLive(system) || !pSlot) return SOUND_ERR_INVALID_PARAM;
     if (!UseContext(system)) return SOUND_ERR_UNINITIALIZED;
     SoundSystem* owner = nullptr;
     SoundRecord* record = FindSound(sound, &owner);
     if (!record || owner != system) return SOUND_ERR_INVALID_HANDLE;
+    if (record->silent) return SOUND_ERR_FILE_BAD;
     ChannelRecord* chosen = nullptr;
     for (ChannelRecord& channel : system->channels) {
         ALint state = SourceState(channel);
-        if (state != AL_PLAYING && state != AL_PAUSED) {
+        if (!channel.waiting && state != AL_PLAYING && state != AL_PAUSED) {
             chosen = &channel;
             break;
         }
         if (!chosen || channel.serial < chosen->serial) chosen = &channel;
     }
     alSourceStop(chosen->source);
-    alSourcei(chosen->source, AL_BUFFER, ALint(record->buffer));
     alSourcei(chosen->source, AL_LOOPING, AL_FALSE);
     alSourcef(chosen->source, AL_GAIN, 1.0f);
-    alSourcePlay(chosen->source);
-    if (paused) alSourcePause(chosen->source);
+    chosen->waiting = record->job != nullptr;
+    chosen->waitingPaused = paused;
+    if (chosen->waiting) {
+        alSourcei(chosen->source, AL_BUFFER, 0);
+    } else {
+        alSourcei(chosen->source, AL_BUFFER, ALint(record->buffer));
+        alSourcePlay(chosen->source);
+        if (paused) alSourcePause(chosen->source);
+    }
     chosen->serial = ++sNextPlaySerial;
     chosen->soundId = sound.id;
     pSlot->id = chosen->serial;
@@ -346,6 +484,7 @@ int SoundPlay(SoundSystem* system, Sound sound, bool paused, SoundChannel* pSlot
 
 // Loops the play endlessly (or lets it end after the current pass).
 int ChannelSetLooping(SoundChannel handle, bool loop) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     ChannelRecord* channel = FindChannel(handle);
     if (!channel) return SOUND_ERR_INVALID_HANDLE;
     alSourcei(channel->source, AL_LOOPING, loop ? AL_TRUE : AL_FALSE);
@@ -354,6 +493,7 @@ int ChannelSetLooping(SoundChannel handle, bool loop) {
 
 // Sets the channel's gain, clamped to 0 ... 1.
 int ChannelSetVolume(SoundChannel handle, float volume) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     ChannelRecord* channel = FindChannel(handle);
     if (!channel) return SOUND_ERR_INVALID_HANDLE;
     if (!(volume >= 0.0f)) volume = 0.0f; // also catches NaN
@@ -363,6 +503,7 @@ int ChannelSetVolume(SoundChannel handle, float volume) {
 
 // Reads the channel's gain.
 int ChannelGetVolume(SoundChannel handle, float* pVolume) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     ChannelRecord* channel = FindChannel(handle);
     if (!channel || !pVolume) return SOUND_ERR_INVALID_HANDLE;
     alGetSourcef(channel->source, AL_GAIN, pVolume);
@@ -371,6 +512,7 @@ int ChannelGetVolume(SoundChannel handle, float* pVolume) {
 
 // True while the play runs, paused or not.
 int ChannelIsPlaying(SoundChannel handle, bool* pPlaying) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     ChannelRecord* channel = FindChannel(handle);
     if (!channel || !pPlaying) return SOUND_ERR_INVALID_HANDLE;
     *pPlaying = true;
@@ -379,8 +521,13 @@ int ChannelIsPlaying(SoundChannel handle, bool* pPlaying) {
 
 // Holds the play where it is, or resumes it from there.
 int ChannelSetPaused(SoundChannel handle, bool paused) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     ChannelRecord* channel = FindChannel(handle);
     if (!channel) return SOUND_ERR_INVALID_HANDLE;
+    if (channel->waiting) {
+        channel->waitingPaused = paused;
+        return SOUND_OK;
+    }
     ALint state = SourceState(*channel);
     if (paused && state == AL_PLAYING) alSourcePause(channel->source);
     if (!paused && state == AL_PAUSED) alSourcePlay(channel->source);
@@ -389,14 +536,16 @@ int ChannelSetPaused(SoundChannel handle, bool paused) {
 
 // True while the play is held.
 int ChannelGetPaused(SoundChannel handle, bool* pPaused) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     ChannelRecord* channel = FindChannel(handle);
     if (!channel || !pPaused) return SOUND_ERR_INVALID_HANDLE;
-    *pPaused = SourceState(*channel) == AL_PAUSED;
+    *pPaused = channel->waiting ? channel->waitingPaused : SourceState(*channel) == AL_PAUSED;
     return SOUND_OK;
 }
 
 // Reads the playback position in sample frames.
 int ChannelGetPosition(SoundChannel handle, int* pFrames) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
     ChannelRecord* channel = FindChannel(handle);
     if (!channel || !pFrames) return SOUND_ERR_INVALID_HANDLE;
     ALint offset = 0;

@@ -3,14 +3,17 @@
 //
 // A thin layer over OpenAL Soft (output) and libvorbisfile (OGG decoding).
 // A sound system is one OpenAL context with 36 sources ("channels"); every
-// system shares the one output device. Sounds are decoded completely into
-// memory when created. Handles to sounds and channels are small values that
+// system shares the one output device. A sound is checked when created and
+// decoded completely into memory on a thread beside the game; a play made
+// before its samples are there counts as playing and starts as soon as they
+// are (within a frame: the main loop enters the layer every frame). Handles to sounds and channels are small values that
 // go stale when their sound is released or their channel is reused: calls
 // on stale or empty handles fail quietly and do nothing.
 //
 // With no output device every system stays uninitialised: each call then
 // returns an error that the callers ignore, and the game runs silent.
-// Everything runs on the game thread; OpenAL mixes on threads of its own.
+// The layer is called from the game thread only; OpenAL mixes and the
+// decoder decodes on threads of their own.
 #pragma once
 
 // Results of the sound layer; 0 is success.
@@ -73,7 +76,8 @@ int SoundSystemInit(SoundSystem* system, int maxChannels);
 int SoundSystemUpdate(SoundSystem* system);
 int SoundSystemRelease(SoundSystem* system);
 
-// Sounds. Create decodes an OGG file; Release stops every channel playing it.
+// Sounds. Create checks an OGG file and starts its decoding; Release stops
+// every channel playing it.
 int SoundCreate(SoundSystem* system, const char* path, Sound* pSound);
 int SoundRelease(Sound sound);
 // Starts the sound at once on a free channel (the oldest play is taken over
