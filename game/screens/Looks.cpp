@@ -20,6 +20,10 @@ VXGfxTexture* LookPicture(const char* file) {
     return picture;
 }
 
+VXGfxTexture* LookFor(const char* const* table, int count, int n) {
+    return (n >= 1 && n <= count) ? LookPicture(table[n - 1]) : nullptr;
+}
+
 void LooksFree(void) {
     for (auto& entry : sLooks)
         if (entry.second) VXGfxTextureUnload(entry.second);
