@@ -294,6 +294,7 @@ void VXGfxExit(void) {
 }
 
 void VXGfxStart(void) {
+    VXSeamNoteFrameStart();
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     glViewport(0, 0, sWidth, sHeight);
 }
@@ -374,6 +375,7 @@ void VXGfxSetBlendMode(int mode) {
 }
 
 void VXGfxSetTintColor(float r, float g, float b, float a) {
+    VXSeamNoteTint(r, g, b, a);
     SetUniform4("uTintColor", r, g, b, a);
 }
 
@@ -389,6 +391,7 @@ void VXGfxSetBlendColor(float r, float g, float b, float a) {
 
 // The 2-D affine matrix as a 4 x 4 placement in the plane z = 0.
 void VXGfxSetTransform(float m[3][3]) {
+    VXSeamNoteTransform(m);
     float world[4][4] = {
         {m[0][0], m[0][1], 0, m[0][2]}, {m[1][0], m[1][1], 0, m[1][2]}, {0, 0, 1, 0}, {0, 0, 0, 1}};
     VXGfxUploadMatrix("uWorldMatrix", world);

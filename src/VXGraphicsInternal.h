@@ -27,3 +27,10 @@ void VXGfxUploadView(float sx, float sy);
 void VXGfxMeshArraysOff(void);
 // The seam: called once per finished frame before it is shown.
 void VXSeamFrameFinished(void);
+// The draw log of the seam (each does nothing unless it is recording).
+struct VXGfxTexture;
+void VXSeamNoteFrameStart(void);
+void VXSeamNoteTexture(const VXGfxTexture* texture);
+void VXSeamNoteTransform(const float m[3][3]);
+void VXSeamNoteTint(float r, float g, float b, float a);
+void VXSeamNoteDraw(void);

@@ -139,6 +139,7 @@ void VXGfxMeshDraw(VXGfxMesh* mesh, unsigned mode) {
         extra = BindAttribute("aTextureCoordinate", mesh->pBuffers[2], 2);
     UseArrays(position, extra);
     glDrawArrays(kPrimitives[mode], 0, (GLsizei)mesh->vertexCount);
+    VXSeamNoteDraw();
     glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 

@@ -84,6 +84,7 @@ VXGfxTexture* VXGfxTextureLoadFromMemory(const unsigned char* pixels, int width,
 }
 
 void VXGfxTextureSet(VXGfxTexture* texture, float offsetU, float offsetV) {
+    VXSeamNoteTexture(texture);
     if (!texture) {
         glBindTexture(GL_TEXTURE_2D, 0);
         return;

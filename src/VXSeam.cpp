@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdio>
 
 #include "VXGraphics.h"
 #include "VXGraphicsInternal.h"
@@ -32,6 +33,10 @@ void VirtualSpin(void) {
 }
 const VXPlatformClock kVirtualClock = {VirtualCounter, VirtualFrequency, VirtualSpin};
 
+bool sRecording = false;
+std::vector<VXSeamDraw> sDraws;
+VXSeamDraw sPending = {};
+
 VXSeamFrameHook sHook = nullptr;
 void* sHookUser = nullptr;
 unsigned long sFramesPresented = 0;
@@ -49,6 +54,46 @@ void VXSeamSetFrameHook(VXSeamFrameHook hook, void* user) {
 
 unsigned long VXSeamFramesPresented(void) {
     return sFramesPresented;
+}
+
+void VXSeamRecordDraws(bool on) {
+    sRecording = on;
+    sDraws.clear();
+}
+
+const std::vector<VXSeamDraw>& VXSeamDrawsThisFrame(void) {
+    return sDraws;
+}
+
+void VXSeamNoteFrameStart(void) {
+    if (sRecording) sDraws.clear();
+}
+
+void VXSeamNoteTexture(const VXGfxTexture* texture) {
+    if (!sRecording) return;
+    std::snprintf(sPending.picture, sizeof sPending.picture, "%s",
+                  texture ? texture->fileName : "");
+}
+
+void VXSeamNoteTransform(const float m[3][3]) {
+    if (!sRecording) return;
+    sPending.sx = m[0][0];
+    sPending.sy = m[1][1];
+    sPending.x = m[0][2];
+    sPending.y = m[1][2];
+}
+
+void VXSeamNoteTint(float r, float g, float b, float a) {
+    if (!sRecording) return;
+    sPending.tint[0] = r, sPending.tint[1] = g, sPending.tint[2] = b, sPending.tint[3] = a;
+}
+
+void VXSeamNoteDraw(void) {
+    if (!sRecording) return;
+    VXSeamDraw draw = sPending;
+    draw.renderMode = VXGfxGetRenderMode();
+    if (draw.renderMode != VX_GFX_RENDER_TEXTURE) draw.picture[0] = '\0';
+    sDraws.push_back(draw);
 }
 
 void VXSeamFrameFinished(void) {

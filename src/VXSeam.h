@@ -27,6 +27,20 @@ void VXSeamInjectCursor(int x, int y);
 void VXSeamInjectKey(unsigned char vk, bool down);
 void VXSeamInjectClose(void);
 
+// The draw log: while recording, every mesh drawn is noted with the picture
+// bound for it, the render mode, its transform's scale and position and its
+// tint, in drawing order. The log restarts at every frame start; read it in
+// a frame hook to see exactly what that frame drew.
+struct VXSeamDraw {
+    char picture[256]; // file of the bound picture; "" for none
+    int renderMode;    // VX_GFX_RENDER_COLOR or VX_GFX_RENDER_TEXTURE
+    float x, y;        // translation of the transform
+    float sx, sy;      // its diagonal: the scale
+    float tint[4];     // the tint colour last set
+};
+void VXSeamRecordDraws(bool on);
+const std::vector<VXSeamDraw>& VXSeamDrawsThisFrame(void);
+
 // Reads the picture being presented (the back buffer) as RGBA rows, top row
 // first, at the drawable's real size. Valid only inside a frame hook or
 // between drawing and VXGfxEnd.
