@@ -2,7 +2,10 @@
 // taking turns at every presented frame.
 #include "GamePlay.h"
 
+#include <dirent.h>
 #include <unistd.h>
+
+#include <sys/stat.h>
 
 #include <condition_variable>
 #include <cstdlib>
@@ -59,10 +62,37 @@ void GamePlay::Hook(unsigned long frame, void* user) {
     }
 }
 
+// A scratch folder with Resources linking every built file but the scores.
+GamePlay::GamePlay() {
+    char pattern[] = "/tmp/quarrow-play-XXXXXX";
+    if (!mkdtemp(pattern)) std::abort();
+    folder_ = pattern;
+    const std::string resources = folder_ + "/Resources";
+    if (mkdir(resources.c_str(), 0755) != 0) std::abort();
+    DIR* dir = opendir(TestResourcesDir().c_str());
+    if (!dir) std::abort();
+    while (dirent* entry = readdir(dir)) {
+        const std::string name = entry->d_name;
+        if (name == "." || name == ".." || name == "Scores.txt") continue;
+        if (symlink((TestResourcesDir() + "/" + name).c_str(), (resources + "/" + name).c_str()))
+            std::abort();
+    }
+    closedir(dir);
+}
+
+GamePlay::~GamePlay() {
+    std::string ignored;
+    TestRunCommand("rm -rf '" + folder_ + "'", ignored);
+}
+
+std::string GamePlay::ScoreFile() const {
+    return folder_ + "/Resources/Scores.txt";
+}
+
 unsigned long GamePlay::Run(int state, int level, unsigned seed,
                             const std::function<void(GameScript&)>& script, bool windowed) {
     TestPinGLDriver();
-    if (chdir(TestBinaryDir().c_str()) != 0) std::abort();
+    if (chdir(folder_.c_str()) != 0) std::abort();
     setenv("ALSOFT_DRIVERS", "null", 0);
     Shared shared;
     shared_ = &shared;
@@ -158,6 +188,7 @@ void GameScript::Release(unsigned char key) {
 }
 void GameScript::Click(int x, int y) {
     Move(x, y);
+    Frames(1); // the cursor arrives (and a release just before is seen) first
     Press(VX_KEY_LBUTTON);
     Frames(1);
     Release(VX_KEY_LBUTTON);

@@ -15,6 +15,10 @@
 // When the script returns, the window is closed and the game shuts down in
 // order; Run returns the number of frames presented. If the game ends on
 // its own first, every later call of the script returns false at once.
+//
+// Each run plays in a folder of its own whose Resources links to the
+// built pictures and sounds but keeps its own score file, so runs in
+// parallel never share one (GamePlay::ScoreFile names it).
 #pragma once
 
 #include <functional>
@@ -35,7 +39,9 @@ class GameScript {
     void MoveWorld(float x, float y);
     void Press(unsigned char key);
     void Release(unsigned char key);
-    // Moves, presses the left button, lets one frame pass, releases it.
+    // Moves there and lets a frame pass, presses the left button and lets
+    // the frame of the press pass, then releases it: the script goes on in
+    // the frame that took the click.
     void Click(int x, int y);
     void ClickWorld(float x, float y);
     // Presses and releases a key over two frames.
@@ -69,9 +75,21 @@ class GamePlay {
     unsigned long Run(int state, int level, unsigned seed,
                       const std::function<void(GameScript&)>& script, bool windowed = false);
 
+    // The run's score file; a test may write it before Run to start from
+    // given ratings. Valid from construction until the GamePlay is gone.
+    std::string ScoreFile() const;
+    // The run's own working folder.
+    const std::string& Folder() const { return folder_; }
+
+    GamePlay();
+    ~GamePlay();
+    GamePlay(const GamePlay&) = delete;
+    GamePlay& operator=(const GamePlay&) = delete;
+
   private:
     friend class GameScript;
     static void Hook(unsigned long frame, void* user);
+    std::string folder_;
     struct Shared;
     Shared* shared_ = nullptr;
 };

@@ -1,0 +1,458 @@
+// The level played in the real game: the countdown and the frame each wave
+// starts, the towers handed out, level 1 won by dragging towers, a boss's
+// death fixing the stars, a loss, and every overlay a player meets in a
+// level (pause by Escape and by its button, help, options with mute,
+// restart, quit with yes and no, the win and lose buttons).
+//
+// Frames are counted from a level's first frame (index 0). The countdown
+// adds 1/60 s as a float each frame; worked out separately in single
+// precision, it shows 3 in frames 0-60, 2 in 61-120, 1 in 121-179 and the
+// wave starts in frame 180 (the sum first passes 3.0 there: 3.0166645).
+// The next-level screen fades 0.005 a frame from 1.0 to 0.5 three times:
+// 101 frames each, 303 in all.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "Audio.h"
+#include "Crystal.h"
+#include "GamePlay.h"
+#include "GameStateManager.h"
+#include "Level.h"
+#include "PauseOverlay.h"
+#include "Projectile.h"
+#include "Scores.h"
+#include "Tile.h"
+#include "Tower.h"
+#include "TowerBuilding.h"
+#include "VXInput.h"
+#include "VXSeam.h"
+#include "WaveSpawner.h"
+
+namespace {
+
+constexpr int kNextScreenFrames = 303;
+constexpr int kWaveStartFrame = 180;
+
+// The pictures drawn in the frame just finished, without their folder.
+std::vector<std::string> Drawn() {
+    std::vector<std::string> names;
+    for (const VXSeamDraw& d : VXSeamDrawsThisFrame()) {
+        std::string name = d.picture;
+        const size_t slash = name.rfind('/');
+        names.push_back(slash == std::string::npos ? name : name.substr(slash + 1));
+    }
+    return names;
+}
+bool WasDrawn(const std::string& picture) {
+    for (const std::string& name : Drawn())
+        if (name == picture) return true;
+    return false;
+}
+// Which countdown digit the frame showed: "3.png", "2.png", "1.png" or "".
+std::string CountdownShown() {
+    for (const char* digit : {"1.png", "2.png", "3.png", "s.png"})
+        if (WasDrawn(digit)) return digit;
+    return "";
+}
+
+bool InLevel() {
+    return gGameStateCurr == GS_LEVEL;
+}
+
+// Lets frames pass into the level from the next-level screen and checks
+// that screen's length (counting the frames of it already drawn).
+void EnterLevel(GameScript& s) {
+    const int drawn = gGameStateCurr == GS_NEXT_SCREEN ? (int)s.FramesInState() - 1 : 0;
+    ASSERT_EQ(kNextScreenFrames, drawn + s.Until(InLevel)) << "frames of the next-level screen";
+}
+
+// The board's hexagons drawn in the frame (untextured, 60 units).
+int TilesDrawn() {
+    int n = 0;
+    for (const VXSeamDraw& d : VXSeamDrawsThisFrame())
+        n += d.renderMode == VX_GFX_RENDER_COLOR && d.sx == 60.0f && d.sy == 60.0f;
+    return n;
+}
+
+// The first of the tiles that is free.
+int FirstFree(std::initializer_list<int> tiles) {
+    for (int index : tiles)
+        if (tileList[index]->moveCost == 0) return index;
+    return -1;
+}
+
+// Kills every monster on the board (the spawner removes it next update):
+// a wave goes by without waiting for the towers.
+void KillMonsters() {
+    for (auto& monster : gWaveSpawner.monsterList) monster->health = 0;
+}
+
+// Lets frames pass, killing monsters as they come, until the condition.
+int FastForwardUntil(GameScript& s, const std::function<bool()>& condition) {
+    return s.Until([&] {
+        KillMonsters();
+        return condition();
+    });
+}
+
+// The world point of a tile's centre.
+VXVec2 TileCentre(int index) {
+    return {tileList[index]->posX, tileList[index]->posY};
+}
+
+// Drags with the left button from one tile to another, as a player does:
+// press over the tower, carry it over the target, release there.
+void DragTile(GameScript& s, int from, int to) {
+    s.MoveWorld(TileCentre(from).x, TileCentre(from).y);
+    s.Frames(1);
+    s.Press(VX_KEY_LBUTTON);
+    s.Frames(1);
+    s.MoveWorld(TileCentre(to).x, TileCentre(to).y);
+    s.Frames(1);
+    s.Release(VX_KEY_LBUTTON);
+    s.Frames(1);
+}
+
+// The tile a tower stands on.
+int TileOfTower(int id) {
+    for (auto& tile : tileList)
+        if (tile->occupant == id) return tile->tileIndex;
+    return -1;
+}
+
+std::string ReadFile(const std::string& path) {
+    std::ifstream in(path);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+class Level : public ::testing::Test {
+  protected:
+    void SetUp() override { VXSeamRecordDraws(true); }
+    void TearDown() override { VXSeamRecordDraws(false); }
+    GamePlay play;
+};
+
+} // namespace
+
+TEST_F(Level, CountdownWavesAndTowersOnTheirFrames) {
+    play.Run(
+        GS_NEXT_SCREEN, 2, 7,
+        [](GameScript& s) {
+            EnterLevel(s);
+            for (int frame = 0; frame <= kWaveStartFrame; ++frame) {
+                const std::string expected = frame <= 60    ? "3.png"
+                                             : frame <= 120 ? "2.png"
+                                             : frame < 180  ? "1.png"
+                                                            : "";
+                ASSERT_EQ(expected, CountdownShown()) << "level frame " << frame;
+                const bool started = frame == kWaveStartFrame;
+                ASSERT_EQ(started ? 1u : 0u, gWaveNumber) << "level frame " << frame;
+                ASSERT_EQ(started ? 3u : 2u, towerList.size()) << "level frame " << frame;
+                ASSERT_EQ(started, WasDrawn("wave1.png")) << "level frame " << frame;
+                if (frame < kWaveStartFrame) s.Frames(1);
+            }
+            // Waves 2 and 3: the countdown restarts in the frame the wave is
+            // cleared, counts 3, 2, 1 again, and 181 frames later the next
+            // wave starts with one more tower.
+            for (unsigned wave = 2; wave <= 3; ++wave) {
+                ASSERT_GE(FastForwardUntil(s, [] { return gCountdownActive; }), 0);
+                const unsigned long cleared = s.FramesPresented();
+                s.Frames(1);
+                EXPECT_EQ("3.png", CountdownShown()) << "first frame of countdown " << wave;
+                ASSERT_GE(FastForwardUntil(s, [&] { return gWaveNumber == wave; }), 0);
+                EXPECT_EQ(181u, s.FramesPresented() - cleared) << "countdown before wave " << wave;
+                EXPECT_EQ(2u + wave, towerList.size()) << "towers at wave " << wave;
+                EXPECT_FALSE(gCountdownActive);
+            }
+            EXPECT_TRUE(WasDrawn("wave3.png"));
+            EXPECT_TRUE(gAmbienceReleased) << "the ambience stops when the boss's wave starts";
+            bool playing = false;
+            ChannelIsPlaying(gChannelFinalWave, &playing);
+            EXPECT_TRUE(playing) << "the final-wave music starts with the third wave";
+            // The boss released and gone without an arrow: every wave is
+            // done, but only the boss's death by an arrow wins the level.
+            ASSERT_GE(FastForwardUntil(s, [] { return gAllWavesDone; }), 0);
+            EXPECT_EQ(1u, gWaveSpawner.bossSpawned);
+            s.Frames(2);
+            EXPECT_FALSE(gLevelWon) << "no boss killed by an arrow, no win";
+        },
+        true);
+}
+
+TEST_F(Level, TutorialWonByDraggingTowersOntoTheGoblinsRoute) {
+    play.Run(
+        GS_NEXT_SCREEN, 1, 11,
+        [](GameScript& s) {
+            EnterLevel(s);
+            ASSERT_EQ(kWaveStartFrame, s.Until([] { return gWaveNumber == 1; }));
+            s.Frames(1);
+            EXPECT_TRUE(WasDrawn("tutorial1.png") && WasDrawn("t1help.png"));
+            EXPECT_FALSE(WasDrawn("t2help.png"));
+            // The goblins come down the middle from tile 5 (tiles 15, 25,
+            // 35, 45): the first tower goes beside the route at row 2.
+            const int free = FirstFree({24, 26, 34, 36});
+            ASSERT_GE(free, 0);
+            DragTile(s, TileOfTower(0), free);
+            EXPECT_EQ(0, tileList[free]->occupant);
+            EXPECT_TRUE(WasDrawn("tutorial2.png"));
+            // The second tower onto the first: the two merge into a
+            // second-tier tower there.
+            DragTile(s, TileOfTower(1), free);
+            EXPECT_EQ(3u, tileList[free]->moveCost) << "a second-tier tower on the drop tile";
+            EXPECT_TRUE(WasDrawn("tutorial3.png") && WasDrawn("t2help.png"));
+            // The third tower (handed out with the wave) beside the route
+            // on the other side.
+            int third = -1;
+            for (auto& tile : tileList)
+                if (tile->moveCost == 2) third = tile->tileIndex;
+            const int other = FirstFree({36, 34, 26, 24, 46, 44});
+            ASSERT_GE(third, 0);
+            DragTile(s, third, other);
+            EXPECT_EQ(2u, tileList[other]->moveCost);
+
+            ASSERT_GE(s.Until([] { return gLevelWon; }), 0) << "the towers hold the goblins off";
+            EXPECT_EQ(3, gStarsEarned);
+            EXPECT_EQ(3, gLevelRatings[0]);
+            EXPECT_TRUE(LevelCrystal()->health > 0);
+            s.Frames(1);
+            EXPECT_TRUE(WasDrawn("WinScreen.png") && WasDrawn("3star.png"));
+            s.ClickWorld(75, -155); // back
+            ASSERT_GE(s.Until([] { return gGameStateCurr == GS_MAIN_MENU; }, 10), 0);
+        },
+        true);
+    EXPECT_EQ("Level1:3\nLevel2:0\nLevel3:0\nLevel4:0\nLevel5:0\nLevel6:0\n",
+              ReadFile(play.ScoreFile()));
+}
+
+TEST_F(Level, BossDeathWinsWithTheStarsOfThatMoment) {
+    play.Run(
+        GS_NEXT_SCREEN, 3, 5,
+        [](GameScript& s) {
+            EnterLevel(s);
+            ASSERT_GE(FastForwardUntil(s, [] { return gWaveNumber == 2; }), 0);
+            ASSERT_GE(FastForwardUntil(s, [] { return gCountdownActive; }), 0);
+            // During the last countdown a tower goes next to the crystal,
+            // where the boss must pass (tile 44: row 4, column 4).
+            if (tileList[44]->occupant < 0) DragTile(s, TileOfTower(0), 44);
+            ASSERT_GE(tileList[44]->occupant, 0);
+            ASSERT_GE(s.Until([] { return !gWaveSpawner.monsterList.empty(); }, 800), 0);
+            Monster& boss = *gWaveSpawner.monsterList.front();
+            ASSERT_EQ(2, boss.tier);
+            boss.health = 1; // one arrow kills it
+            LevelCrystal()->health = 59;
+            ASSERT_GE(s.Until([] { return gBossKilled; }, 1500), 0);
+            EXPECT_FALSE(gLevelWon) << "the dead boss leaves the list only at the next update";
+            s.Frames(1);
+            EXPECT_TRUE(gLevelWon) << "the boss was the last monster: its death wins";
+            EXPECT_EQ(2, gStarsEarned) << "59 health at the boss's death";
+            EXPECT_EQ(2, gLevelRatings[2]);
+            s.Frames(1);
+            EXPECT_TRUE(WasDrawn("2star.png"));
+            s.ClickWorld(75, -155); // back
+            ASSERT_GE(s.Until([] { return gGameStateCurr == GS_MAIN_MENU; }, 10), 0);
+        },
+        true);
+    EXPECT_NE(std::string::npos, ReadFile(play.ScoreFile()).find("Level3:2\n"));
+}
+
+TEST_F(Level, LostLevelStandsStillUnderTheLoseScreenAndRestarts) {
+    play.Run(
+        GS_NEXT_SCREEN, 1, 3,
+        [](GameScript& s) {
+            for (int attempt = 1; attempt <= 2; ++attempt) {
+                EnterLevel(s);
+                ASSERT_EQ(1, gCurrentLevel);
+                ASSERT_FALSE(gLevelLost);
+                // The first goblin, released, is carried next to the crystal,
+                // whose health is almost gone.
+                ASSERT_GE(s.Until([] { return !gWaveSpawner.monsterList.empty(); }), 0);
+                Monster& goblin = *gWaveSpawner.monsterList.front();
+                goblin.posX = TileCentre(45).x;
+                goblin.posY = TileCentre(45).y;
+                LevelCrystal()->health = 5;
+                ASSERT_GE(s.Until([] { return gLevelLost; }, 600), 0);
+                s.Frames(1);
+                const float x = goblin.posX, y = goblin.posY, time = gCountdownTime;
+                const int health = LevelCrystal()->health;
+                s.Frames(30);
+                EXPECT_EQ(x, goblin.posX) << "monsters stand still";
+                EXPECT_EQ(y, goblin.posY);
+                EXPECT_EQ(health, LevelCrystal()->health);
+                EXPECT_EQ(time, gCountdownTime);
+                EXPECT_TRUE(WasDrawn("LoseScreen.png") && WasDrawn("GoblinAttack.png"))
+                    << "the board is drawn beneath the lose screen";
+                EXPECT_TRUE(gAmbienceReleased);
+                bool playing = false;
+                ChannelIsPlaying(gChannelLose, &playing);
+                EXPECT_TRUE(playing) << "the lose music plays";
+                if (attempt == 1) {
+                    s.ClickWorld(-75, -25); // restart
+                    s.Frames(1);
+                    EXPECT_EQ(GS_NEXT_SCREEN, gGameStateCurr);
+                } else {
+                    s.ClickWorld(75, -25); // back
+                    ASSERT_GE(s.Until([] { return gGameStateCurr == GS_MAIN_MENU; }, 10), 0);
+                }
+            }
+        },
+        true);
+}
+
+TEST_F(Level, WinOverlayContinueStartsTheNextLevel) {
+    play.Run(
+        GS_NEXT_SCREEN, 1, 9,
+        [](GameScript& s) {
+            EnterLevel(s);
+            ASSERT_GE(FastForwardUntil(s, [] { return gLevelWon; }), 0);
+            s.Frames(1);
+            EXPECT_TRUE(WasDrawn("WinScreen.png"));
+            s.ClickWorld(-75, -155); // continue
+            s.Frames(1);
+            EXPECT_EQ(2, gCurrentLevel);
+            EXPECT_EQ(0, gStarsEarned);
+            EnterLevel(s);
+            EXPECT_FALSE(gLevelWon) << "the next-level screen clears the win";
+            EXPECT_EQ(5, BoardLayoutForLevel(gCurrentLevel));
+        },
+        true);
+}
+
+TEST_F(Level, PauseMenuOverlaysAndTheirButtons) {
+    play.Run(
+        GS_NEXT_SCREEN, 2, 13,
+        [](GameScript& s) {
+            EnterLevel(s);
+            s.MoveWorld(-350, -250); // away from every button
+            s.Frames(10);
+            const auto stillFor = [&](int frames) {
+                const float time = gCountdownTime;
+                s.Frames(frames);
+                return time == gCountdownTime;
+            };
+            const auto channelPaused = [](SoundChannel slot) {
+                bool paused = false;
+                ChannelGetPaused(slot, &paused);
+                return paused;
+            };
+
+            // Escape: toggled at the end of the frame that sees the press,
+            // so the next frame is the first without an update.
+            s.Tap(VX_KEY_ESCAPE); // the frame that sees the press
+            EXPECT_FALSE(gPaused);
+            EXPECT_FALSE(WasDrawn("pauseM.png"));
+            float before = gCountdownTime;
+            s.Frames(1);
+            EXPECT_TRUE(gPaused);
+            EXPECT_EQ(before, gCountdownTime) << "no update in the first paused frame";
+            EXPECT_TRUE(WasDrawn("pauseM.png") && WasDrawn("btnResumeU.png"));
+            EXPECT_TRUE(stillFor(20)) << "the countdown stands still while paused";
+            EXPECT_TRUE(WasDrawn("3.png")) << "the countdown is still drawn";
+            EXPECT_EQ(55, TilesDrawn()) << "the board (layout 5) is still drawn";
+            EXPECT_TRUE(channelPaused(gChannelAmbience)) << "the ambience holds";
+            EXPECT_FALSE(WasDrawn("button-pauseU.png") || WasDrawn("button-pauseH.png"));
+            s.Tap(VX_KEY_ESCAPE);
+            s.Frames(1);
+            EXPECT_FALSE(gPaused);
+            EXPECT_FALSE(stillFor(1));
+            EXPECT_FALSE(channelPaused(gChannelAmbience));
+
+            // The pause button: its press is taken in the draw, which still
+            // follows this frame's update; the menu shows in the same frame.
+            s.MoveWorld(330, 250);
+            s.Frames(1);
+            EXPECT_TRUE(WasDrawn("button-pauseH.png"));
+            before = gCountdownTime;
+            s.Press(VX_KEY_LBUTTON);
+            s.Frames(1);
+            EXPECT_TRUE(gPaused);
+            EXPECT_NE(before, gCountdownTime) << "this frame's update ran";
+            EXPECT_TRUE(WasDrawn("pauseM.png"));
+            s.Release(VX_KEY_LBUTTON);
+            EXPECT_TRUE(stillFor(5));
+
+            // Help covers the menu and hides the options button; the other
+            // buttons wait until it is put away.
+            s.ClickWorld(300, 120);
+            EXPECT_TRUE(gHelpShown);
+            EXPECT_TRUE(WasDrawn("howtoplayPause.png")) << "shown in the frame of the click";
+            s.Frames(1);
+            EXPECT_FALSE(WasDrawn("btnOptionU.png") || WasDrawn("btnOptionH.png"));
+            s.ClickWorld(0, 20); // resume, under the help picture
+            EXPECT_TRUE(gPaused);
+            s.ClickWorld(300, 120);
+            EXPECT_FALSE(gHelpShown);
+            s.Frames(1);
+            EXPECT_TRUE(WasDrawn("btnOptionU.png"));
+
+            // Options: mute reaches all six channel slots.
+            s.OnGameThread([] {
+                for (SoundChannel* slot : {&gChannelArrow, &gChannelAmbience, &gChannelFinalWave,
+                                           &gChannelMenu, &gChannelLose, &gChannelWin})
+                    AudioPlayIntoSlot(gLevelSoundSystem, gSoundArrow, slot, true);
+            });
+            s.ClickWorld(300, 180);
+            EXPECT_TRUE(gOptionsOpen && WasDrawn("optionBG.png") && WasDrawn("btnMuteU.png"));
+            s.ClickWorld(-75, -25);
+            EXPECT_TRUE(gMuted);
+            const char* names[6] = {"arrow", "ambience", "final wave", "menu", "lose", "win"};
+            SoundChannel* slots[6] = {&gChannelArrow, &gChannelAmbience, &gChannelFinalWave,
+                                      &gChannelMenu,  &gChannelLose,     &gChannelWin};
+            for (int i = 0; i < 6; ++i) {
+                float volume = -1.0f;
+                EXPECT_EQ(SOUND_OK, ChannelGetVolume(*slots[i], &volume)) << names[i];
+                EXPECT_EQ(0.0f, volume) << names[i] << " muted";
+            }
+            s.Frames(1);
+            EXPECT_TRUE(WasDrawn("btnUnmuteH.png")) << "the sound button now offers unmute";
+            s.ClickWorld(-75, -25);
+            EXPECT_FALSE(gMuted);
+            s.ClickWorld(75, -25); // back
+            EXPECT_FALSE(gOptionsOpen);
+            EXPECT_TRUE(gPaused);
+
+            // Restart goes through the next-level screen to the same level.
+            s.ClickWorld(0, -45);
+            s.Frames(1);
+            EXPECT_EQ(GS_NEXT_SCREEN, gGameStateCurr);
+            EnterLevel(s);
+            EXPECT_EQ(2, gCurrentLevel);
+            EXPECT_FALSE(gPaused);
+
+            // Quit asks first: no keeps the pause menu, yes leaves the level.
+            s.Tap(VX_KEY_ESCAPE);
+            s.Frames(1);
+            s.ClickWorld(0, -110);
+            EXPECT_TRUE(gConfirmOpen && WasDrawn("cfmBG.png")) << "the dialog shows at once";
+            s.ClickWorld(75, -25); // no
+            EXPECT_FALSE(gConfirmOpen);
+            EXPECT_TRUE(gPaused);
+            EXPECT_EQ(GS_LEVEL, gGameStateCurr);
+            s.ClickWorld(0, -110);
+            s.ClickWorld(-75, -25); // yes
+            ASSERT_GE(s.Until([] { return gGameStateCurr == GS_MAIN_MENU; }, 10), 0);
+            EXPECT_FALSE(gPaused || gConfirmOpen);
+            EXPECT_TRUE(tileList.empty()) << "the level was unloaded";
+        },
+        true);
+}
+
+TEST_F(Level, PauseButtonEdgeInFullScreen) {
+    // The game's own full screen: the cursor arrives in screen pixels. The
+    // pause button's hit box is 330 +- 51 by 250 +- 30.
+    play.Run(GS_NEXT_SCREEN, 1, 1, [](GameScript& s) {
+        EnterLevel(s);
+        for (VXVec2 outside : {VXVec2{382, 250}, VXVec2{278, 250}, VXVec2{330, 219}}) {
+            s.ClickWorld(outside.x, outside.y);
+            s.Frames(1);
+            EXPECT_FALSE(gPaused) << outside.x << ", " << outside.y;
+        }
+        s.ClickWorld(381, 280);
+        EXPECT_TRUE(gPaused) << "the corner (381, 280) is on the button";
+    });
+}
