@@ -5,15 +5,16 @@
 // A sound system is one OpenAL context with 36 sources ("channels"); every
 // system shares the one output device. A sound is checked when created and
 // decoded completely into memory on a thread beside the game; a play made
-// before its samples are there counts as playing and starts as soon as they
-// are (within a frame: the main loop enters the layer every frame). Handles to sounds and channels are small values that
-// go stale when their sound is released or their channel is reused: calls
-// on stale or empty handles fail quietly and do nothing.
+// before its samples are there counts as playing and starts the moment the
+// decoder hands them over. Handles to sounds and channels are small values
+// that go stale when their sound is released or their channel is reused:
+// calls on stale or empty handles fail quietly and do nothing.
 //
 // With no output device every system stays uninitialised: each call then
 // returns an error that the callers ignore, and the game runs silent.
-// The layer is called from the game thread only; OpenAL mixes and the
-// decoder decodes on threads of their own.
+// The layer is called from the game thread; OpenAL mixes and the decoder
+// decodes on threads of their own, and the decoder hands a finished sound
+// over under the layer's lock.
 #pragma once
 
 // Results of the sound layer; 0 is success.
