@@ -191,6 +191,7 @@ TEST_F(Level, TutorialWonByDraggingTowersOntoTheGoblinsRoute) {
         [](GameScript& s) {
             EnterLevel(s);
             ASSERT_EQ(kWaveStartFrame, s.Until([] { return gWaveNumber == 1; }));
+            EXPECT_TRUE(WasDrawn("lvl1wave1.png")) << "level 1 has banners of its own";
             s.Frames(1);
             EXPECT_TRUE(WasDrawn("tutorial1.png") && WasDrawn("t1help.png"));
             EXPECT_FALSE(WasDrawn("t2help.png"));
@@ -216,7 +217,14 @@ TEST_F(Level, TutorialWonByDraggingTowersOntoTheGoblinsRoute) {
             DragTile(s, third, other);
             EXPECT_EQ(2u, tileList[other]->moveCost);
 
-            ASSERT_GE(s.Until([] { return gLevelWon; }), 0) << "the towers hold the goblins off";
+            ASSERT_GE(s.Until([] { return gWaveNumber == 2; }), 0) << "wave 1 is beaten";
+            EXPECT_TRUE(WasDrawn("lvl1wave2.png"));
+            ASSERT_GE(s.Until([] { return gCountdownActive; }), 0) << "wave 2 is beaten";
+            s.Frames(1);
+            EXPECT_EQ("", CountdownShown()) << "no countdown before the empty third wave";
+            // The third wave is empty: it starts, is done and wins in one
+            // frame, 181 frames after the countdown began.
+            EXPECT_EQ(180, s.Until([] { return gLevelWon; }));
             EXPECT_EQ(3, gStarsEarned);
             EXPECT_EQ(3, gLevelRatings[0]);
             EXPECT_TRUE(LevelCrystal()->health > 0);
