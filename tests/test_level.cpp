@@ -464,3 +464,15 @@ TEST_F(Level, PauseButtonEdgeInFullScreen) {
         EXPECT_TRUE(gPaused) << "the corner (381, 280) is on the button";
     });
 }
+
+TEST_F(Level, NextScreenAfterTheLastLevelRollsTheCredits) {
+    // Continuing from level 6 makes the current level 7: the next-level
+    // screen blinks its three times and hands over to the credits.
+    play.Run(
+        GS_NEXT_SCREEN, 7, 1,
+        [](GameScript& s) {
+            EXPECT_EQ(kNextScreenFrames, s.Until([] { return gGameStateCurr != GS_NEXT_SCREEN; }));
+            EXPECT_EQ(GS_CREDITS, gGameStateCurr);
+        },
+        true);
+}
