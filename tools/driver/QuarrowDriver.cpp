@@ -2,7 +2,13 @@
 // on the engine's virtual clock and feeds it a script of timed events through
 // the engine's input seam. Every end-to-end test drives the game this way.
 //
-//   quarrow-driver [--real-clock] [--max-frames N] SCRIPT
+//   quarrow-driver [--real-clock] [--max-frames N] [--seed N] [--hash-every N] SCRIPT
+//
+// --seed fixes the game's random numbers (otherwise seeded from the time, as
+// the game does). --hash-every N prints "hash FRAME STATE VALUE" after every
+// Nth frame: a digest of what play depends on (the screen, the level, its
+// monsters, towers and arrows, the crystal, the ratings and the flags), so
+// that two runs can be compared frame by frame.
 //
 // A script has one event per line: "<frame> <command> [arguments]", where
 // <frame> counts presented frames from the start of the program (0 is the
@@ -15,11 +21,14 @@
 //   click X Y       move there, left button down, up at the next frame
 //   capture PATH    write this frame's picture as PNG
 //   close           close the window (the game shuts down in order)
+//   report          print "report FRAME state=S level=L ratings=R1,...,R6
+//                   scores=LINE|LINE|..." (the score file's lines)
 // Blank lines and lines starting with '#' are skipped. A malformed script is
 // refused with its line number before the game starts.
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -28,13 +37,22 @@
 #include <string>
 #include <vector>
 
+#include "Crystal.h"
 #include "GameMain.h"
+#include "GameStateManager.h"
+#include "Level.h"
+#include "PauseOverlay.h"
+#include "Projectile.h"
+#include "Scores.h"
+#include "Tower.h"
+#include "VXSystem.h"
+#include "WaveSpawner.h"
 #include "VXPlatform.h"
 #include "VXSeam.h"
 
 namespace {
 
-enum Kind { MOVE, KEY_DOWN, KEY_UP, CAPTURE, CLOSE };
+enum Kind { MOVE, KEY_DOWN, KEY_UP, CAPTURE, CLOSE, REPORT };
 
 struct Event {
     unsigned long frame;
@@ -49,6 +67,7 @@ struct Script {
     std::vector<Event> events;
     size_t next = 0;
     unsigned long maxFrames = 0;
+    unsigned long hashEvery = 0;
     int failures = 0;
 };
 
@@ -126,9 +145,9 @@ bool ParseScript(const char* path, Script& script) {
             e.kind = CAPTURE;
             e.path = w[2];
             script.events.push_back(e);
-        } else if (cmd == "close") {
-            if (w.size() != 2) return fail("close takes no arguments");
-            e.kind = CLOSE;
+        } else if (cmd == "close" || cmd == "report") {
+            if (w.size() != 2) return fail("close and report take no arguments");
+            e.kind = cmd == "close" ? CLOSE : REPORT;
             script.events.push_back(e);
         } else {
             return fail("unknown command");
@@ -137,6 +156,49 @@ bool ParseScript(const char* path, Script& script) {
     std::stable_sort(script.events.begin(), script.events.end(),
                      [](const Event& a, const Event& b) { return a.frame < b.frame; });
     return true;
+}
+
+// FNV-1a over the bytes of what play depends on.
+struct Digest {
+    uint64_t value = 1469598103934665603ull;
+    template <typename T> void Add(const T& v) {
+        const unsigned char* p = reinterpret_cast<const unsigned char*>(&v);
+        for (size_t i = 0; i < sizeof v; ++i) value = (value ^ p[i]) * 1099511628211ull;
+    }
+};
+
+uint64_t StateHash() {
+    Digest d;
+    d.Add(gGameStateCurr);
+    d.Add(gCurrentLevel);
+    d.Add(gWaveNumber);
+    d.Add(gCountdownTime);
+    d.Add(gLevelWon);
+    d.Add(gLevelLost);
+    d.Add(gBossKilled);
+    d.Add(gStarsEarned);
+    d.Add(gPaused);
+    d.Add(gMuted);
+    for (int rating : gLevelRatings) d.Add(rating);
+    for (const auto& m : gWaveSpawner.monsterList) {
+        d.Add(m->posX), d.Add(m->posY), d.Add(m->health), d.Add(m->tier);
+    }
+    for (const auto& t : towerList) {
+        d.Add(t->posX), d.Add(t->posY), d.Add(t->fireTimer), d.Add(t->fireInterval);
+        for (const auto& shot : t->projectiles) d.Add(shot->posX), d.Add(shot->posY);
+    }
+    if (const Crystal* crystal = LevelCrystal()) d.Add(crystal->health);
+    return d.value;
+}
+
+// The screen, the level, the ratings in memory and the score file on disk.
+void PrintReport(unsigned long frame) {
+    std::ifstream in("Resources/Scores.txt");
+    std::string scores, line;
+    while (std::getline(in, line)) scores += (scores.empty() ? "" : "|") + line;
+    std::printf("report %lu state=%d level=%d ratings=%d,%d,%d,%d,%d,%d scores=%s\n", frame,
+                gGameStateCurr, gCurrentLevel, gLevelRatings[0], gLevelRatings[1], gLevelRatings[2],
+                gLevelRatings[3], gLevelRatings[4], gLevelRatings[5], scores.c_str());
 }
 
 void OnFrame(unsigned long frame, void* user) {
@@ -156,6 +218,9 @@ void OnFrame(unsigned long frame, void* user) {
         case CLOSE:
             VXSeamInjectClose();
             break;
+        case REPORT:
+            PrintReport(frame);
+            break;
         case CAPTURE:
             if (!VXSeamCaptureFramePNG(e.path.c_str())) {
                 std::fprintf(stderr, "frame %lu: could not write %s\n", frame, e.path.c_str());
@@ -164,6 +229,9 @@ void OnFrame(unsigned long frame, void* user) {
             break;
         }
     }
+    if (script.hashEvery && (frame + 1) % script.hashEvery == 0)
+        std::printf("hash %lu %d %016llx\n", frame, gGameStateCurr,
+                    (unsigned long long)StateHash());
     // A script that forgets to close still ends.
     if (script.maxFrames && frame + 1 >= script.maxFrames) VXSeamInjectClose();
 }
@@ -172,6 +240,8 @@ void OnFrame(unsigned long frame, void* user) {
 
 int main(int argc, char** argv) {
     bool virtualClock = true;
+    bool seeded = false;
+    unsigned seed = 0;
     Script script;
     script.maxFrames = 20 * 60 * 60; // twenty minutes of play
     const char* path = nullptr;
@@ -180,13 +250,18 @@ int main(int argc, char** argv) {
             virtualClock = false;
         else if (!std::strcmp(argv[i], "--max-frames") && i + 1 < argc)
             script.maxFrames = std::strtoul(argv[++i], nullptr, 10);
+        else if (!std::strcmp(argv[i], "--seed") && i + 1 < argc)
+            seeded = true, seed = (unsigned)std::strtoul(argv[++i], nullptr, 10);
+        else if (!std::strcmp(argv[i], "--hash-every") && i + 1 < argc)
+            script.hashEvery = std::strtoul(argv[++i], nullptr, 10);
         else if (!path)
             path = argv[i];
         else
             path = nullptr, i = argc;
     }
     if (!path) {
-        std::fprintf(stderr, "usage: quarrow-driver [--real-clock] [--max-frames N] SCRIPT\n");
+        std::fprintf(stderr, "usage: quarrow-driver [--real-clock] [--max-frames N] [--seed N] "
+                             "[--hash-every N] SCRIPT\n");
         return 2;
     }
     if (!ParseScript(path, script)) return 2;
@@ -199,6 +274,7 @@ int main(int argc, char** argv) {
     VXSeamUseVirtualClock(virtualClock);
     VXSeamSetFrameHook(OnFrame, &script);
     GameStartup();
+    if (seeded) VXSeedRand(seed);
     GameStateLoop();
     GameShutdown();
     std::printf("driver: %lu frames presented\n", VXSeamFramesPresented());
