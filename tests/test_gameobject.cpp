@@ -116,8 +116,8 @@ TEST_F(Drawing, SheetFrameShowsItsCell) {
         context.DrawObject(goblin, goblin.framesU, goblin.framesV);
         const TestRgba want = {40 * c.col + 20, 100 * c.row + 50, 200, 255};
         const TestRgba got = Centre();
-        EXPECT_TRUE(TestNear(got, want, 2))
-            << c.name << ": got " << TestDescribe(got) << ", want " << TestDescribe(want);
+        EXPECT_TRUE(TestPixelNear(got, want, kTestTwoRoundings))
+            << c.name;
         VXSysFrameEnd();
     }
 }
@@ -150,7 +150,7 @@ TEST_F(Drawing, TextureChoice) {
         context.animFrame = c.animFrame;
         context.DrawObject(s, 1, 1);
         const TestRgba got = Centre();
-        EXPECT_TRUE(TestNear(got, c.want, 2)) << c.name << ": got " << TestDescribe(got);
+        EXPECT_TRUE(TestPixelNear(got, c.want, kTestTwoRoundings)) << c.name;
         VXSysFrameEnd();
     }
     VXGfxTextureUnload(red);

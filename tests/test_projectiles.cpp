@@ -190,7 +190,7 @@ TEST_F(Projectiles, SparksGlowRedOverTheLaunchPointOnly) {
     EXPECT_GT(centre.r, 0) << TestDescribe(centre);
     EXPECT_GE(centre.r, centre.g) << TestDescribe(centre);
     EXPECT_GE(centre.r, centre.b) << TestDescribe(centre);
-    EXPECT_TRUE(TestNear(away, TestRgba{0, 0, 0, 255}, 0)) << TestDescribe(away);
+    EXPECT_TRUE(TestPixelNear(away, TestRgba{0, 0, 0, 255}, kTestExact));
 }
 
 // LeakSanitizer's thread tracer crashes at this program's exit when ctest

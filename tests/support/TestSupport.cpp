@@ -50,9 +50,15 @@ TestRgba TestPixelAtWorld(const std::vector<unsigned char>& rgba, int width, int
     return TestRgba{p[0], p[1], p[2], p[3]};
 }
 
-bool TestNear(TestRgba a, TestRgba b, int tolerance) {
-    return std::abs(a.r - b.r) <= tolerance && std::abs(a.g - b.g) <= tolerance &&
-           std::abs(a.b - b.b) <= tolerance;
+::testing::AssertionResult TestPixelNear(TestRgba actual, TestRgba expected,
+                                         TestTolerance tolerance) {
+    const int t = tolerance.steps;
+    if (std::abs(actual.r - expected.r) <= t && std::abs(actual.g - expected.g) <= t &&
+        std::abs(actual.b - expected.b) <= t)
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure()
+           << "pixel " << TestDescribe(actual) << ", expected " << TestDescribe(expected)
+           << " within " << tolerance.name << " (" << t << " per colour channel)";
 }
 
 std::string TestDescribe(TestRgba c) {

@@ -2,6 +2,8 @@
 // read back pictures, run programs as subprocesses.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -24,9 +26,25 @@ std::vector<unsigned char> TestReadFrame(int& width, int& height);
 // the last TestReadFrame picture (world origin at the centre, y up).
 TestRgba TestPixelAtWorld(const std::vector<unsigned char>& rgba, int width, int height, float x,
                           float y);
-// True when every channel differs by at most tolerance.
-bool TestNear(TestRgba a, TestRgba b, int tolerance);
 std::string TestDescribe(TestRgba c);
+
+// How far a pixel read back may stray from its hand-worked value, per colour
+// channel (alpha is not compared: the presented picture's alpha means
+// nothing), and why that much.
+struct TestTolerance {
+    const char* name;
+    int steps;
+};
+// The value exactly: no arithmetic between the texel or vertex and the pixel.
+constexpr TestTolerance kTestExact = {"exact", 0};
+// One 8-bit step: the driver rounds a blended or tinted value either way.
+constexpr TestTolerance kTestRounding = {"8-bit rounding", 1};
+// Two 8-bit steps: two roundings in a row (a tint, then a blend).
+constexpr TestTolerance kTestTwoRoundings = {"two 8-bit roundings", 2};
+// Every pixel assertion goes through this: its message names the expected
+// and the actual pixel and the tolerance allowed.
+::testing::AssertionResult TestPixelNear(TestRgba actual, TestRgba expected,
+                                         TestTolerance tolerance);
 
 // Runs a shell command, returns its exit status and everything it printed
 // on standard output and standard error.
