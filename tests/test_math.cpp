@@ -234,14 +234,24 @@ TEST(MathMtx33, InverseAndDeterminant) {
     VXMtx33 singular = Make({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}});
     EXPECT_EQ(VXMtx33Determinant(&singular), 0);
 
-    // The square of the determinant is tested against 1e-10.
+    // The square of the determinant is tested against the float 9.9999994e-11
+    // (the float just below 1e-10f). 1e-5f squared in float is exactly that
+    // value, so it inverts; the next float below 1e-5f (9.99999884e-06)
+    // squares to 9.99999736e-11 and does not.
     struct Case {
         const char* name;
         float det;
         bool inverts;
     } cases[] = {
-        {"det 1e-6", 1e-6f, false}, {"det 9e-6", 9e-6f, false},  {"det 1.1e-5", 1.1e-5f, true},
-        {"det 1e-4", 1e-4f, true},  {"det -1e-4", -1e-4f, true}, {"det 0", 0, false},
+        {"det 1e-6", 1e-6f, false},
+        {"det 9e-6", 9e-6f, false},
+        {"det 9.99999884e-06, one float below 1e-5", 9.99999884e-06f, false},
+        {"det 1e-5: d * d is the threshold itself", 1e-5f, true},
+        {"det -1e-5", -1e-5f, true},
+        {"det 1.1e-5", 1.1e-5f, true},
+        {"det 1e-4", 1e-4f, true},
+        {"det -1e-4", -1e-4f, true},
+        {"det 0", 0, false},
     };
     for (const auto& c : cases) {
         VXMtx33 small = Make({{c.det, 0, 0}, {0, 1, 0}, {0, 0, 1}});
