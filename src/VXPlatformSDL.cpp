@@ -5,7 +5,10 @@
 // - keys and mouse buttons land in a live table of 256 virtual-key states as
 //   the events are pumped, so input injected into SDL's queue counts exactly
 //   like real input (SDL's own polled state ignores pushed events);
-// - the cursor is tracked from motion events, in window pixels;
+// - the cursor is in window pixels wherever it is, as the desktop reports
+//   it: from motion events inside the window, and from the system pointer
+//   whenever that moves (outside the window SDL sends no motion at all and
+//   clamps the last position it sent to the window's edge);
 // - closing the window hides it and reports "destroy"; the window object
 //   itself lives until exit so the GL context stays valid for the orderly
 //   shutdown that follows;
@@ -25,6 +28,8 @@ SDL_GLContext sContext = nullptr;
 unsigned char sKeys[256];
 int sCursorX = 0;
 int sCursorY = 0;
+int sPointerX = 0; // the system pointer on the screen when it was last looked at
+int sPointerY = 0;
 int sCursorShowCount = 0; // the desktop's display counter: shown while >= 0
 
 uint64_t RealCounter(void) {
@@ -140,6 +145,23 @@ Uint32 WindowId(void) {
     return sWindow ? SDL_GetWindowID(sWindow) : 0;
 }
 
+// Takes the system pointer's position relative to the client area when the
+// pointer has moved since it was last looked at. Injected motion does not
+// move the system pointer, so an injected position stands until a real
+// mouse moves.
+void FollowSystemPointer(void) {
+    if (!sWindow) return;
+    int x = 0, y = 0;
+    SDL_GetGlobalMouseState(&x, &y);
+    if (x == sPointerX && y == sPointerY) return;
+    sPointerX = x;
+    sPointerY = y;
+    int left = 0, top = 0;
+    SDL_GetWindowPosition(sWindow, &left, &top);
+    sCursorX = x - left;
+    sCursorY = y - top;
+}
+
 } // namespace
 
 const VXPlatformClock gVXPlatformRealClock = {RealCounter, RealFrequency, RealSpin};
@@ -170,6 +192,8 @@ bool VXPlatformWindowCreate(const char* title, int x, int y, int width, int heig
     SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
     SDL_GL_SetAttribute(SDL_GL_STENCIL_SIZE, 8);
     sWindow = SDL_CreateWindow(title, x, y, width, height, SDL_WINDOW_OPENGL | SDL_WINDOW_SHOWN);
+    // Where the pointer is now is the start: only its moves count.
+    SDL_GetGlobalMouseState(&sPointerX, &sPointerY);
     return sWindow != nullptr;
 }
 
@@ -317,6 +341,7 @@ void VXPlatformPump(VXSysWindowProc proc) {
             break;
         }
     }
+    FollowSystemPointer();
 }
 
 void VXPlatformGetKeyboardState(unsigned char out[256]) {

@@ -4,6 +4,9 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <string>
+
 #include "TestSupport.h"
 #include "VXInput.h"
 #include "VXSeam.h"
@@ -173,6 +176,50 @@ TEST_F(Input, FullScreenMapsScreenPixelsBackOntoTheLogicalWindow) {
     SDL_GetWindowSize((SDL_Window*)VXSysGetWindowHandle(), &w, &h);
     EXPECT_EQ(w, 800);
     EXPECT_EQ(h, 600);
+}
+
+// The system pointer is followed wherever it goes, as the desktop reports
+// it: outside the client area the reading is negative or beyond 799 x 599,
+// unclamped. Moving the real pointer would disturb every other test's window
+// on a shared display, so this runs in a child on a display of its own.
+TEST_F(Input, TheSystemPointerIsFollowedOutsideTheWindow) {
+    if (!std::getenv("QUARROW_OWN_DISPLAY")) {
+        std::string output;
+        const int status = TestRunThisProgram("Input.TheSystemPointerIsFollowedOutsideTheWindow",
+                                              "QUARROW_OWN_DISPLAY=1", output, true);
+        EXPECT_EQ(status, 0) << output;
+        EXPECT_NE(output.find("[  PASSED  ] 1 test"), std::string::npos) << output;
+        return;
+    }
+    // The window's client area is centred on the 1280 x 1024 screen.
+    const int left = 1280 / 2 - 800 / 2, top = 1024 / 2 - 600 / 2;
+    struct Case {
+        const char* name;
+        int x, y; // client pixels the pointer is moved to
+    } cases[] = {
+        {"inside", 100, 50},
+        {"left of and above the window", -30, -20},
+        {"right of and below the window", 850, 650},
+        {"the client origin", 0, 0},
+        {"the screen's far corner", 1279 - left, 1023 - top},
+    };
+    for (const Case& c : cases) {
+        SDL_WarpMouseGlobal(left + c.x, top + c.y);
+        NextFrame();
+        NextFrame();
+        int x = 0, y = 0;
+        VXInputGetCursorPosition(&x, &y);
+        EXPECT_EQ(x, c.x) << c.name;
+        EXPECT_EQ(y, c.y) << c.name;
+    }
+    // An injected position stands while the real pointer stays put.
+    VXSeamInjectCursor(5, 6);
+    NextFrame();
+    NextFrame();
+    int x = 0, y = 0;
+    VXInputGetCursorPosition(&x, &y);
+    EXPECT_EQ(x, 5);
+    EXPECT_EQ(y, 6);
 }
 
 } // namespace

@@ -78,6 +78,17 @@ int TestRunCommand(const std::string& command, std::string& output) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
+int TestRunThisProgram(const std::string& filter, const std::string& env, std::string& output,
+                       bool ownDisplay) {
+    char self[4096] = {};
+    ssize_t n = readlink("/proc/self/exe", self, sizeof self - 1);
+    if (n <= 0) return -1000;
+    const std::string display = ownDisplay ? "xvfb-run -a -s '-screen 0 1280x1024x24' " : "";
+    return TestRunCommand("env " + env + " " + display + "'" + std::string(self, size_t(n)) +
+                              "' --gtest_filter=" + filter,
+                          output);
+}
+
 std::string TestBinaryDir() {
     return QUARROW_BINARY_DIR;
 }

@@ -50,6 +50,12 @@ constexpr TestTolerance kTestTwoRoundings = {"two 8-bit roundings", 2};
 // on standard output and standard error.
 int TestRunCommand(const std::string& command, std::string& output);
 
+// Runs one test of this very program (a gtest filter) in a child process,
+// with extra environment settings ("NAME=value ..."), optionally on an X
+// display of its own; returns its exit status and everything it printed.
+int TestRunThisProgram(const std::string& filter, const std::string& env, std::string& output,
+                       bool ownDisplay = false);
+
 // Where things are: the build folder (the game's working directory), its
 // Resources, the source tree, the game and the driver executables.
 std::string TestBinaryDir();
