@@ -399,17 +399,24 @@ void VXPlatformPushClose(void) {
     SDL_PushEvent(&e);
 }
 
-// Names a script or a tool may use for a key: "escape", "space", "enter",
-// "tab", "backspace", "left", "up", "right", "down", "shift", "ctrl", "alt",
-// "lbutton", "rbutton", "mbutton", "f1".."f12", one letter or one digit.
+// The one table of key names that scripts and tools use, named after the
+// desktop's virtual keys: "lbutton", "rbutton", "mbutton" are the mouse
+// buttons and "left", "up", "right", "down" the arrow keys; also "escape"
+// (or "esc"), "space", "enter" (or "return"), "tab", "backspace", "shift",
+// "ctrl" (or "control"), "alt", "f1".."f12", one letter or one digit. Case
+// does not matter.
 unsigned char VXPlatformVirtualKeyFromName(const char* name) {
     static const struct {
         const char* name;
         unsigned char vk;
-    } kNames[] = {{"lbutton", 1}, {"rbutton", 2}, {"mbutton", 4}, {"backspace", 8}, {"tab", 9},
-                  {"enter", 13},  {"return", 13}, {"shift", 16},  {"ctrl", 17},     {"control", 17},
-                  {"alt", 18},    {"escape", 27}, {"esc", 27},    {"space", 32},    {"left", 37},
-                  {"up", 38},     {"right", 39},  {"down", 40}};
+    } kNames[] = {
+        {"lbutton", 1}, {"rbutton", 2}, {"mbutton", 4}, {"backspace", 8}, {"tab", 9},
+        {"enter", 13},  {"return", 13}, {"shift", 16},  {"ctrl", 17},     {"control", 17},
+        {"alt", 18},    {"escape", 27}, {"esc", 27},    {"space", 32},    {"left", 37},
+        {"up", 38},     {"right", 39},  {"down", 40},   {"f1", 112},      {"f2", 113},
+        {"f3", 114},    {"f4", 115},    {"f5", 116},    {"f6", 117},      {"f7", 118},
+        {"f8", 119},    {"f9", 120},    {"f10", 121},   {"f11", 122},     {"f12", 123},
+    };
     if (!name || !*name) return 0;
     if (!name[1]) {
         char c = name[0];
@@ -419,9 +426,5 @@ unsigned char VXPlatformVirtualKeyFromName(const char* name) {
     }
     for (const auto& k : kNames)
         if (SDL_strcasecmp(k.name, name) == 0) return k.vk;
-    if ((name[0] == 'f' || name[0] == 'F') && name[1] >= '1' && name[1] <= '9') {
-        int n = SDL_atoi(name + 1);
-        if (n >= 1 && n <= 12) return (unsigned char)(111 + n);
-    }
     return 0;
 }

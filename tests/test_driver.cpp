@@ -31,6 +31,8 @@ TEST(Driver, AMalformedScriptIsRefusedWithItsLineBeforeTheGameStarts) {
     } cases[] = {
         {"too few coordinates", "10 move 1\n", 1},
         {"unknown key after a comment and a blank", "# warm up\n\n5 tap nokey\n", 3},
+        {"no thirteenth function key", "1 tap f12\n2 tap f13\n", 2},
+        {"a key name with trailing letters", "1 press f1x\n", 1},
         {"no frame number", "move 1 2\n", 1},
         {"negative frame", "0 close\n-4 close\n", 2},
         {"capture without a file", "1 move 3 4\n3 capture\n", 2},

@@ -9,6 +9,7 @@
 
 #include "TestSupport.h"
 #include "VXInput.h"
+#include "VXPlatform.h"
 #include "VXSeam.h"
 #include "VXSystem.h"
 
@@ -176,6 +177,28 @@ TEST_F(Input, FullScreenMapsScreenPixelsBackOntoTheLogicalWindow) {
     SDL_GetWindowSize((SDL_Window*)VXSysGetWindowHandle(), &w, &h);
     EXPECT_EQ(w, 800);
     EXPECT_EQ(h, 600);
+}
+
+// The one table of key names (scripts and tools): every name the driver's
+// scripts may use, worked out from the desktop's virtual-key codes.
+TEST(KeyNames, NamesMapToTheirVirtualKeys) {
+    struct Case {
+        const char* name;
+        int vk; // 0: not a key name
+    } cases[] = {
+        {"f1", 112},      {"f2", 113},    {"f3", 114},   {"f4", 115},   {"f5", 116},
+        {"f6", 117},      {"f7", 118},    {"f8", 119},   {"f9", 120},   {"f10", 121},
+        {"f11", 122},     {"f12", 123},   {"F12", 123},  {"a", 65},     {"q", 81},
+        {"z", 90},        {"M", 77},      {"0", 48},     {"9", 57},     {"escape", 27},
+        {"esc", 27},      {"return", 13}, {"enter", 13}, {"space", 32}, {"tab", 9},
+        {"backspace", 8}, {"shift", 16},  {"ctrl", 17},  {"alt", 18},   {"lbutton", 1},
+        {"rbutton", 2},   {"mbutton", 4}, {"left", 37},  {"up", 38},    {"right", 39},
+        {"down", 40},     {"f0", 0},      {"f13", 0},    {"f1x", 0},    {"f", 70},
+        {"nokey", 0},     {"", 0},        {"aa", 0},     {"%", 0},      {"escape ", 0},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(VXPlatformVirtualKeyFromName(c.name), c.vk) << "\"" << c.name << "\"";
+    EXPECT_EQ(VXPlatformVirtualKeyFromName(nullptr), 0);
 }
 
 // The system pointer is followed wherever it goes, as the desktop reports
