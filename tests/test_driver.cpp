@@ -73,6 +73,20 @@ TEST(Driver, RunsTheGameCapturesFramesAndClosesItInOrder) {
     EXPECT_EQ(h, 1024);
 }
 
+// Without a sound card the game runs silent and says so in one line; the
+// backends' own complaints stay out of the terminal. An empty ALSA
+// configuration makes ALSA fail (and complain) on any machine.
+TEST(Driver, NoSoundDeviceIsOneLineOnStandardError) {
+    const std::string path = WriteScript("silent.txt", "2 close\n");
+    std::string errors;
+    const int status = TestRunCommand("cd " + TestBinaryDir() +
+                                          " && (ALSOFT_DRIVERS=alsa ALSA_CONFIG_PATH=/dev/null " +
+                                          TestDriverPath() + " " + path + " > /dev/null)",
+                                      errors);
+    EXPECT_EQ(status, 0) << errors;
+    EXPECT_EQ(errors, "No sound device: the game runs without sound.\n");
+}
+
 TEST(Game, ExportsTheEngineInterfaceByName) {
     std::string output;
     ASSERT_EQ(TestRunCommand("nm -D --defined-only " + TestGamePath(), output), 0);
