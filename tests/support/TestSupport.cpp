@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 #include "VXGraphics.h"
 #include "VXSeam.h"
@@ -76,6 +77,19 @@ int TestRunCommand(const std::string& command, std::string& output) {
     while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) output.append(buffer, n);
     int status = pclose(pipe);
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+TileArray TestBoardRecords(int layoutId, const std::vector<int>& towers) {
+    TileArray tiles;
+    for (int i = 0; i < BOARD_TILE_COUNT; ++i) {
+        auto t = std::make_unique<Tile>();
+        t->tileIndex = i;
+        t->moveCost = IsTileOnBoard(layoutId, i) ? 0u : 1000u;
+        tiles.push_back(std::move(t));
+    }
+    tiles[BOARD_GOAL_TILE]->moveCost = 1;
+    for (int t : towers) tiles[t]->moveCost = 2;
+    return tiles;
 }
 
 int TestRunThisProgram(const std::string& filter, const std::string& env, std::string& output,

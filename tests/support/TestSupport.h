@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "Tile.h"
+
 struct TestRgba {
     int r, g, b, a;
 };
@@ -49,6 +51,12 @@ constexpr TestTolerance kTestTwoRoundings = {"two 8-bit roundings", 2};
 // Runs a shell command, returns its exit status and everything it printed
 // on standard output and standard error.
 int TestRunCommand(const std::string& command, std::string& output);
+
+// A level's board as tile records without meshes (no renderer needed, as
+// the path search sees it): on-board tiles free, the rest off the board
+// (moveCost 1000), the crystal on tile 55, first-tier towers on the given
+// tiles.
+TileArray TestBoardRecords(int layoutId, const std::vector<int>& towers);
 
 // Runs one test of this very program (a gtest filter) in a child process,
 // with extra environment settings ("NAME=value ..."), optionally on an X
