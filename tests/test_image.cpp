@@ -227,6 +227,34 @@ TEST(Icon, PngAndBitmapEntriesOfTheAskedSize) {
     EXPECT_EQ(
         out, (std::vector<unsigned char>{9, 8, 7, 255, 12, 11, 10, 0, 3, 2, 1, 255, 6, 5, 4, 128}));
 
+    // Old-style entries carry their transparency in the 1-bit mask (rows
+    // bottom-up, leftmost pixel in the top bit, 1 = transparent): a 24-bit
+    // entry, and a 32-bit one whose alpha is zero throughout. The masks are
+    // asymmetric: bottom row 10 (left clear), top row 01 (right clear).
+    struct MaskCase {
+        const char* name;
+        unsigned bits;
+    } maskCases[] = {{"24-bit entry with a mask", 24}, {"32-bit entry, alpha all zero", 32}};
+    for (const MaskCase& c : maskCases) {
+        std::vector<unsigned char> old;
+        Le32(old, 40), Le32(old, 2), Le32(old, 4), Le16(old, 1), Le16(old, c.bits);
+        for (int i = 0; i < 6; ++i) Le32(old, 0);
+        if (c.bits == 24) {
+            old.insert(old.end(), {1, 2, 3, 4, 5, 6, 0, 0});    // bottom row, padded to 8
+            old.insert(old.end(), {7, 8, 9, 10, 11, 12, 0, 0}); // top row
+        } else {
+            old.insert(old.end(), {1, 2, 3, 0, 4, 5, 6, 0});
+            old.insert(old.end(), {7, 8, 9, 0, 10, 11, 12, 0});
+        }
+        old.insert(old.end(), {0x80, 0, 0, 0}); // bottom row mask: left clear
+        old.insert(old.end(), {0x40, 0, 0, 0}); // top row mask: right clear
+        path = WriteIco("old.ico", {{2, old}});
+        ASSERT_TRUE(VXImageDecodeIcoFile(path.c_str(), 2, out)) << c.name;
+        EXPECT_EQ(out, (std::vector<unsigned char>{9, 8, 7, 255, 12, 11, 10, 0, 3, 2, 1, 0, 6, 5, 4,
+                                                   255}))
+            << c.name;
+    }
+
     // Damaged icons are refused.
     EXPECT_FALSE(VXImageDecodeIcoFile(Temp("no.ico").c_str(), 32, out));
     path = WriteIco("cut.ico", {{32, {png.begin(), png.begin() + 40}}});
