@@ -19,6 +19,8 @@
 #include <cstdlib>
 #include <vector>
 
+#include "GameMain.h"
+
 namespace {
 
 struct ChannelRecord {
@@ -439,9 +441,7 @@ const char* SoundErrorString(int result) {
 // its sound on: report and stop.
 void CheckSoundResult(int result) {
     if (result == SOUND_OK) return;
-    std::printf("FMOD error! (%d) %s\n", result, SoundErrorString(result));
-    std::fflush(stdout);
-    std::exit(-1);
+    GameFatalExit(-1, "FMOD error! (%d) %s\n", result, SoundErrorString(result));
 }
 
 // Play, optional loop, then the master volume: the order every caller uses.

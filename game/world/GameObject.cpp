@@ -6,6 +6,7 @@
 // transparency every call; nothing is cached between calls.
 #include "GameObject.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -48,6 +49,17 @@ void GameObject::BuildFrameQuad(float uSpan, float vSpan, const char* func, cons
                 1.0f, 0xFFFFFFFF, 0.0f, 0.0f);
     pMesh = VXGfxMeshEnd();
     if (!pMesh) GameObjectMeshFailed(func, file, line);
+}
+
+VXGfxMesh* BuildDiscMesh(float pi) {
+    for (int i = 0; i < 12; ++i) {
+        const float a0 = (float)i * 2.0f * pi / 12.0f;
+        const float a1 = (float)(i + 1) * 2.0f * pi / 12.0f;
+        VXGfxTriAdd(0.0f, 0.0f, 0xFFFFFFFF, 0.0f, 0.0f, (float)(0.5 * cos(a0)),
+                    (float)(0.5 * sin(a0)), 0xFFFFFFFF, 0.0f, 0.0f, (float)(0.5 * cos(a1)),
+                    (float)(0.5 * sin(a1)), 0xFFFFFFFF, 0.0f, 0.0f);
+    }
+    return VXGfxMeshEnd();
 }
 
 // Scale on the diagonal, position in the third column.
@@ -141,9 +153,7 @@ void MousePoint(float* x, float* y) {
 // The assertion report of a mesh that could not be built; the game cannot
 // draw without it, so it stops.
 void GameObjectMeshFailed(const char* func, const char* file, int line) {
-    printf("VX_ASSERT_MESG: %s\nLine: %d\nFunc: %s\nFile: %s\n", "pMesh", line, func, file);
-    printf("Mesg: fail to create object!!");
-    printf("\n");
-    fflush(stdout);
-    exit(1);
+    GameFatalExit(
+        1, "VX_ASSERT_MESG: %s\nLine: %d\nFunc: %s\nFile: %s\nMesg: fail to create object!!\n",
+        "pMesh", line, func, file);
 }
