@@ -223,12 +223,13 @@ TEST_F(CrystalTest, OneShardAddsItsBlueGreenGlow) {
     VXMtx33Scale(&crystal->shardTransform[0], 40.0f, 40.0f);
     VXMtx33TransApply(&crystal->shardTransform[0], &crystal->shardTransform[0], -100.0f, 50.0f);
     VXGfxSetBackgroundColor(0.2f, 0.2f, 0.2f);
-    VXSysFrameStart();
-    VXSeedRand(2026);
-    crystal->DrawShards();
     int w = 0, h = 0;
-    std::vector<unsigned char> frame = TestReadFrame(w, h);
-    VXSysFrameEnd();
+    std::vector<unsigned char> frame = TestDrawFrame(
+        [&] {
+            VXSeedRand(2026);
+            crystal->DrawShards();
+        },
+        w, h);
     EXPECT_TRUE(TestPixelNear(TestPixelAtWorld(frame, w, h, -100.0f, 50.0f),
                               TestRgba{51, 92, 103, 255}, kTestRounding))
         << "the shard's centre";

@@ -187,12 +187,13 @@ TEST_F(Projectiles, OneSparkAddsItsRandomColourToWhatIsBelow) {
     VXMtx33Scale(&shot->sparkWorld[0], 40.0f, 40.0f);
     VXMtx33TransApply(&shot->sparkWorld[0], &shot->sparkWorld[0], 100.0f, 50.0f);
     VXGfxSetBackgroundColor(0.2f, 0.2f, 0.2f);
-    VXSysFrameStart();
-    VXSeedRand(2026);
-    shot->DrawSparks();
     int width = 0, height = 0;
-    std::vector<unsigned char> frame = TestReadFrame(width, height);
-    VXSysFrameEnd();
+    std::vector<unsigned char> frame = TestDrawFrame(
+        [&] {
+            VXSeedRand(2026);
+            shot->DrawSparks();
+        },
+        width, height);
     EXPECT_TRUE(TestPixelNear(TestPixelAtWorld(frame, width, height, 100.0f, 50.0f),
                               TestRgba{103, 60, 92, 255}, kTestRounding))
         << "the spark's centre";

@@ -121,13 +121,8 @@ void Crystal::Update() {
 void Crystal::DrawShards() {
     if (!pShardMesh) return;
     for (int i = 0; i < CRYSTAL_SHARD_COUNT; ++i) {
-        VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
-        VXGfxSetBlendMode(VX_GFX_BLEND_ADDITIVE);
-        VXGfxTextureSet(nullptr, 0.0f, 0.0f);
         const float a = VXRandFloat();
         const float g = VXRandFloat();
-        VXGfxSetTintColor(0.0f, g, 1.0f, a);
-        VXGfxSetTransform(shardTransform[i].m);
-        VXGfxMeshDraw(pShardMesh, VX_GFX_DRAW_TRIANGLES);
+        DrawGlowDot(pShardMesh, shardTransform[i], 0.0f, g, 1.0f, a);
     }
 }

@@ -62,6 +62,15 @@ VXGfxMesh* BuildDiscMesh(float pi) {
     return VXGfxMeshEnd();
 }
 
+void DrawGlowDot(VXGfxMesh* disc, VXMtx33& transform, float r, float g, float b, float a) {
+    VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
+    VXGfxSetBlendMode(VX_GFX_BLEND_ADDITIVE);
+    VXGfxTextureSet(nullptr, 0.0f, 0.0f);
+    VXGfxSetTintColor(r, g, b, a);
+    VXGfxSetTransform(transform.m);
+    VXGfxMeshDraw(disc, VX_GFX_DRAW_TRIANGLES);
+}
+
 // Scale on the diagonal, position in the third column.
 void GameObject::SetTransform(float x, float y, float s) {
     transform.m[0][0] = s;
@@ -106,6 +115,25 @@ void ObjectList::DrawObject(GameObject& obj, float framesU, float framesV) {
     VXGfxMeshDraw(obj.pMesh, VX_GFX_DRAW_TRIANGLES);
 }
 
+namespace {
+
+// One axis of the sweep: when b, moving at v relative to a, enters and
+// leaves a's extent within the frame; false when it moves away from a.
+bool SweepAxis(float aMin, float aMax, float bMin, float bMax, float v, float& enter, float& exit) {
+    if (v < 0.0f) {
+        if (aMin > bMax) return false;
+        if (bMin > aMax) enter = (aMax - bMin) / v;
+        if (bMax > aMin) exit = (aMin - bMax) / v;
+    } else if (v > 0.0f) {
+        if (bMin > aMax) return false;
+        if (aMin > bMax) enter = (aMin - bMax) / v;
+        if (aMax > bMin) exit = (aMax - bMin) / v;
+    }
+    return true;
+}
+
+} // namespace
+
 // Static test first; the swept part only matters for moving boxes, which
 // the game never passes but the test keeps for callers that might.
 bool RectsOverlap(const BoundingBox& a, const VXVec2& velA, const BoundingBox& b,
@@ -117,24 +145,8 @@ bool RectsOverlap(const BoundingBox& a, const VXVec2& velA, const BoundingBox& b
     const float vy = velB.y - velA.y;
     float enterX = 0.0f, exitX = dt, enterY = 0.0f, exitY = dt;
 
-    if (vx < 0.0f) {
-        if (a.minX > b.maxX) return false;
-        if (b.minX > a.maxX) enterX = (a.maxX - b.minX) / vx;
-        if (b.maxX > a.minX) exitX = (a.minX - b.maxX) / vx;
-    } else if (vx > 0.0f) {
-        if (b.minX > a.maxX) return false;
-        if (a.minX > b.maxX) enterX = (a.minX - b.maxX) / vx;
-        if (a.maxX > b.minX) exitX = (a.maxX - b.minX) / vx;
-    }
-    if (vy < 0.0f) {
-        if (a.minY > b.maxY) return false;
-        if (b.minY > a.maxY) enterY = (a.maxY - b.minY) / vy;
-        if (b.maxY > a.minY) exitY = (a.minY - b.maxY) / vy;
-    } else if (vy > 0.0f) {
-        if (b.minY > a.maxY) return false;
-        if (a.minY > b.maxY) enterY = (a.minY - b.maxY) / vy;
-        if (a.maxY > b.minY) exitY = (a.maxY - b.minY) / vy;
-    }
+    if (!SweepAxis(a.minX, a.maxX, b.minX, b.maxX, vx, enterX, exitX)) return false;
+    if (!SweepAxis(a.minY, a.maxY, b.minY, b.maxY, vy, enterY, exitY)) return false;
     if (vy == 0.0f && (a.minY > b.maxY || b.minY > a.maxY)) return false;
     if (vx == 0.0f && (a.minX > b.maxX || b.minX > a.maxX)) return false;
 

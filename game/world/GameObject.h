@@ -78,6 +78,12 @@ extern ObjectList gLevelObjects;
 // and sines in double rounded to single, as all of the game's trigonometry.
 VXGfxMesh* BuildDiscMesh(float pi);
 
+// Draws one glowing dot (a spark or a shard): the disc mesh in its vertex
+// colour times the tint (r, g, b, a), added onto what lies below (additive
+// blending, no texture). The blending is left additive: the next textured
+// sprite sets its own.
+void DrawGlowDot(VXGfxMesh* disc, VXMtx33& transform, float r, float g, float b, float a);
+
 // True when the two boxes overlap now or would meet within this frame at
 // the given velocities; boxes that only touch overlap. The game always
 // passes zero velocities.

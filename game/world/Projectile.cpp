@@ -117,14 +117,9 @@ void Projectile::Move() {
 void Projectile::DrawSparks() {
     if (!sparkMesh) return;
     for (int i = 0; i < PROJECTILE_SPARK_COUNT; ++i) {
-        VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
-        VXGfxSetBlendMode(VX_GFX_BLEND_ADDITIVE);
-        VXGfxTextureSet(nullptr, 0.0f, 0.0f);
         const float q1 = VXRandFloat();
         const float q2 = VXRandFloat();
         const float q3 = VXRandFloat();
-        VXGfxSetTintColor(1.0f, q3, q2, q1);
-        VXGfxSetTransform(sparkWorld[i].m);
-        VXGfxMeshDraw(sparkMesh, VX_GFX_DRAW_TRIANGLES);
+        DrawGlowDot(sparkMesh, sparkWorld[i], 1.0f, q3, q2, q1);
     }
 }

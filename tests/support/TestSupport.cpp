@@ -41,6 +41,15 @@ std::vector<unsigned char> TestReadFrame(int& width, int& height) {
     return rgba;
 }
 
+std::vector<unsigned char> TestDrawFrame(const std::function<void()>& draw, int& width,
+                                         int& height) {
+    VXSysFrameStart();
+    draw();
+    std::vector<unsigned char> rgba = TestReadFrame(width, height);
+    VXSysFrameEnd();
+    return rgba;
+}
+
 TestRgba TestPixelAtWorld(const std::vector<unsigned char>& rgba, int width, int height, float x,
                           float y) {
     // World (x, y) on the 800 x 600 logical window, stretched to the drawable.

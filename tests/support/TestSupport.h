@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,10 @@ void TestEngineStop();
 // TestEngineStart), so leak reports can name and suppress its allocations.
 void TestPinGLDriver();
 
+// Runs one whole frame (frame start, draw, frame end) and returns its
+// picture as drawn, before it was shown.
+std::vector<unsigned char> TestDrawFrame(const std::function<void()>& draw, int& width,
+                                         int& height);
 // Reads the picture drawn so far in this frame (call before VXGfxEnd).
 std::vector<unsigned char> TestReadFrame(int& width, int& height);
 // The pixel under the world point (x, y) of the 800 x 600 logical window in
