@@ -1,3 +1,4 @@
+// CTest label: integration
 // The real game run end to end by the script driver: scripts are checked
 // before anything runs, frames are captured, closing the window ends the
 // game in order; and the game exports the engine's interface by name.
