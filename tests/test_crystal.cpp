@@ -233,6 +233,9 @@ TEST_F(CrystalTest, OneShardAddsItsBlueGreenGlow) {
     EXPECT_TRUE(TestPixelNear(TestPixelAtWorld(frame, w, h, -100.0f, 50.0f),
                               TestRgba{51, 92, 103, 255}, kTestRounding))
         << "the shard's centre";
+    EXPECT_TRUE(TestPixelNear(TestPixelAtWorld(frame, w, h, -100.0f + 14.0f, 50.0f - 4.0f),
+                              TestRgba{51, 92, 103, 255}, kTestRounding))
+        << "inside the disc's last slice (330 to 360 degrees)";
     EXPECT_TRUE(TestPixelNear(TestPixelAtWorld(frame, w, h, -100.0f, 75.0f),
                               TestRgba{51, 51, 51, 255}, kTestExact))
         << "beyond its rim";

@@ -206,6 +206,17 @@ TEST_F(Spawner, RandomTilesFollowTheSequence) {
     }
 }
 
+// The draw at a band's edge: seed 4002 makes the first draw 13107, and
+// 13107 / 32767 x 100 = 40.0006 gives r = 40, the first r of tile 90 in
+// level 2 (a draw scaled by anything short of 100 would give 39, tile 5).
+TEST_F(Spawner, ADrawOnABandEdgeTakesTheUpperBand) {
+    Start(2, 1);
+    VXSeedRand(4002);
+    RunReleases(1, 300);
+    ASSERT_EQ(gWaveSpawner.monsterList.size(), 1u);
+    EXPECT_EQ(TileOf(*gWaveSpawner.monsterList[0]), 90);
+}
+
 // Every dead monster goes in the same update; the living keep their order.
 TEST_F(Spawner, DeadMonstersAreRemoved) {
     Start(1, 3); // nothing to release
