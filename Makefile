@@ -6,7 +6,7 @@ PACKAGES := cmake g++ make pkg-config \
 	libopenal-dev libvorbis-dev libogg-dev \
 	libfreetype-dev libfontconfig-dev fonts-dejavu-core \
 	libcairo2-dev libfluidsynth-dev fluidr3mono-gm-soundfont \
-	libgtest-dev \
+	libgtest-dev clang-format \
 	xvfb xauth sox
 
 SHELL := /bin/bash

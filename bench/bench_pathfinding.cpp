@@ -18,6 +18,7 @@
 
 #include "Monster.h"
 #include "PathFinding.h"
+#include "TestSupport.h"
 #include "Tile.h"
 #include "VXSeam.h"
 #include "VXSystem.h"
@@ -116,18 +117,6 @@ Figures Summarise(std::vector<double>& samples) {
     return {sum / (double)samples.size(), samples[(size_t)(0.99 * (double)(samples.size() - 1))]};
 }
 
-void MakeBoard(TileArray& tiles, int layoutId, const std::vector<int>& towers) {
-    tiles.clear();
-    for (int i = 0; i < 100; ++i) {
-        auto t = std::make_unique<Tile>();
-        t->tileIndex = i;
-        t->moveCost = IsTileOnBoard(layoutId, i) ? 0u : 1000u;
-        tiles.push_back(std::move(t));
-    }
-    tiles[55]->moveCost = 1;
-    for (int t : towers) tiles[t]->moveCost = 2;
-}
-
 } // namespace
 
 int main() {
@@ -151,8 +140,7 @@ int main() {
             } else if (s == 2) {
                 towers = {45, 46, 54, 56, 65, 66};
             }
-            TileArray tiles;
-            MakeBoard(tiles, layout, towers);
+            TileArray tiles = TestBoardRecords(layout, towers);
             std::vector<double> game, book;
             NodePath path;
             int bookPath[100];

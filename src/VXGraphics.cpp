@@ -302,8 +302,12 @@ void VXGfxStart(void) {
 void VXGfxEnd(void) {
     VX_GFX_CHECK("VXGfxEnd");
     VXGfxSetRenderMode(VX_GFX_RENDER_NONE);
-    VXGfxMeshArraysOff();
     VX_GFX_CHECK("VXGfxEnd");
+    // The frame's drawing is finished before the frame-rate controller's
+    // wait begins: the wait then measures a frame whose picture is really
+    // done, so the driver never queues frames ahead of the one on screen
+    // (input stays one frame behind at most) and a slow frame shows up in
+    // the frame time that paces the game, not in the next frame's.
     glFinish();
     VXSeamFrameFinished();
     VXPlatformSwap();

@@ -23,8 +23,6 @@ void VXGfxUploadMatrix(const char* name, const float m[4][4]);
 // Uploads the camera's view matrix scaled by (sx, sy) (text printing uses a
 // third of the full-screen scale to make up for its larger viewport).
 void VXGfxUploadView(float sx, float sy);
-// Switches off the vertex arrays the last draws left on (at the frame's end).
-void VXGfxMeshArraysOff(void);
 // The seam: called once per finished frame before it is shown.
 void VXSeamFrameFinished(void);
 // The draw log of the seam (each does nothing unless it is recording).

@@ -23,49 +23,30 @@ void Stage(float x, float y, unsigned c, float u, float v) {
     sStaging[sStagedCount++] = VXGfxVertex{x, y, 0.0f, c, u, v};
 }
 
-// Uploads one attribute stream as a static buffer.
+// Uploads one attribute stream as a static buffer. No wait for the pipeline
+// afterwards: glBufferData has copied the array before it returns, and every
+// later draw from the buffer is ordered after the upload by OpenGL itself.
+// (Towers build a projectile's two meshes in the middle of a frame, where a
+// wait would stall the whole frame's drawing.)
 void Upload(GLuint buffer, const std::vector<float>& data) {
     glBindBuffer(GL_ARRAY_BUFFER, buffer);
     glBufferData(GL_ARRAY_BUFFER, (GLsizeiptr)(data.size() * sizeof(float)),
                  data.empty() ? nullptr : data.data(), GL_STATIC_DRAW);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
-    glFinish();
 }
 
-// Which generic attribute arrays are switched on. A draw switches on the
-// two it reads and leaves them on for the next draw, which almost always
-// reads the same two: switching arrays off and on around every draw costs
-// more in the driver than the draw itself. The frame's end switches all off.
-const GLuint kMaxArrays = 16;
-bool sArrayOn[kMaxArrays];
-
-void UseArrays(GLint a, GLint b) {
-    for (GLuint i = 0; i < kMaxArrays; ++i) {
-        bool wanted = (GLint)i == a || (GLint)i == b;
-        if (wanted == sArrayOn[i]) continue;
-        if (wanted)
-            glEnableVertexAttribArray(i);
-        else
-            glDisableVertexAttribArray(i);
-        sArrayOn[i] = wanted;
-    }
-}
-
-// Points an attribute of the current program at a buffer; -1 when the
-// program has no such attribute.
-GLint BindAttribute(const char* name, GLuint buffer, int components) {
+// Points an attribute of the current program at one of the mesh's buffers
+// and switches its array on; -1 when the program has no such attribute.
+GLint EnableAttribute(const char* name, GLuint buffer, int components) {
     GLint location = VXGfxAttribute(name);
-    if (location < 0 || location >= (GLint)kMaxArrays) return -1;
+    if (location < 0) return -1;
     glBindBuffer(GL_ARRAY_BUFFER, buffer);
     glVertexAttribPointer((GLuint)location, components, GL_FLOAT, GL_FALSE, 0, nullptr);
+    glEnableVertexAttribArray((GLuint)location);
     return location;
 }
 
 } // namespace
-
-void VXGfxMeshArraysOff(void) {
-    UseArrays(-1, -1);
-}
 
 void VXGfxReset(void) {
     sStagedCount = 0;
@@ -124,6 +105,9 @@ VXGfxMesh* VXGfxMeshEnd(void) {
     return mesh;
 }
 
+// Leaves what it found: both arrays off and no buffer bound. Code outside
+// the engine (and the engine's own line drawing) switches arrays on and off
+// too, so a draw never relies on what an earlier draw left switched on.
 void VXGfxMeshDraw(VXGfxMesh* mesh, unsigned mode) {
     static const GLenum kPrimitives[] = {GL_POINTS, GL_LINES, GL_LINE_STRIP, GL_TRIANGLES};
     if (mode > VX_GFX_DRAW_TRIANGLES) {
@@ -131,15 +115,14 @@ void VXGfxMeshDraw(VXGfxMesh* mesh, unsigned mode) {
         return;
     }
     if (!mesh || gVXGfxCurrentProgram == VX_GFX_RENDER_NONE) return;
-    GLint position = BindAttribute("aPosition", mesh->pBuffers[0], 3);
-    GLint extra = -1;
-    if (gVXGfxCurrentProgram == VX_GFX_RENDER_COLOR)
-        extra = BindAttribute("aColor", mesh->pBuffers[1], 4);
-    else
-        extra = BindAttribute("aTextureCoordinate", mesh->pBuffers[2], 2);
-    UseArrays(position, extra);
+    GLint position = EnableAttribute("aPosition", mesh->pBuffers[0], 3);
+    GLint extra = gVXGfxCurrentProgram == VX_GFX_RENDER_COLOR
+                      ? EnableAttribute("aColor", mesh->pBuffers[1], 4)
+                      : EnableAttribute("aTextureCoordinate", mesh->pBuffers[2], 2);
     glDrawArrays(kPrimitives[mode], 0, (GLsizei)mesh->vertexCount);
     VXSeamNoteDraw();
+    if (extra >= 0) glDisableVertexAttribArray((GLuint)extra);
+    if (position >= 0) glDisableVertexAttribArray((GLuint)position);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 

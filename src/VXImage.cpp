@@ -1,6 +1,11 @@
-// VXImage: picture files through libpng's simplified interface, which turns
-// every PNG colour type into 8-bit straight-alpha RGBA rows, top row first,
-// and the one entry of a Windows .ico file (PNG-compressed or bitmap).
+// VXImage: picture files through libpng, and the one entry of a Windows .ico
+// file (PNG-compressed or bitmap).
+//
+// Decoding gives the bytes of the file as 8-bit straight-alpha RGBA rows,
+// top row first: palettes and grey expanded, missing alpha opaque, 16-bit
+// samples cut to their high byte, and no gamma or colour-space conversion
+// (libpng's simplified reader treats 16-bit samples as linear light and
+// converts them, which changes their brightness, so the full reader is used).
 //
 // The .ico reader is ours: no Debian library reads icons without pulling in
 // a whole toolkit, and the format is a 6-byte header, a directory and either
@@ -11,6 +16,7 @@
 
 #include <png.h>
 
+#include <csetjmp>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -19,22 +25,79 @@ namespace {
 
 const int kMaxSide = 16384;
 
-// Finishes a simplified-API read into out.
-bool FinishRead(png_image& image, std::vector<unsigned char>& out, int& width, int& height) {
-    if (image.width == 0 || image.height == 0 || image.width > (png_uint_32)kMaxSide ||
-        image.height > (png_uint_32)kMaxSide) {
-        png_image_free(&image);
+struct MemoryReader {
+    const unsigned char* data;
+    size_t size;
+    size_t position;
+};
+
+void ReadFromMemory(png_structp png, png_bytep out, png_size_t count) {
+    MemoryReader* reader = (MemoryReader*)png_get_io_ptr(png);
+    if (count > reader->size - reader->position) png_error(png, "truncated");
+    std::memcpy(out, reader->data + reader->position, count);
+    reader->position += count;
+}
+
+// A damaged file is refused through the error jump; warnings about a file
+// that still decodes (an odd colour profile, say) are nobody's business.
+void OnError(png_structp png, png_const_charp) {
+    png_longjmp(png, 1);
+}
+void OnWarning(png_structp, png_const_charp) {
+}
+
+// The decode proper, between libpng's error jump and its clean-up. Writes
+// only through the pointers, which are set before the jump point.
+bool ReadPixels(png_structp png, png_infop info, MemoryReader* reader,
+                std::vector<unsigned char>* pixels, int* width, int* height) {
+    std::vector<png_bytep>* rows = new std::vector<png_bytep>();
+    if (setjmp(png_jmpbuf(png))) {
+        delete rows;
         return false;
     }
-    image.format = PNG_FORMAT_RGBA;
-    std::vector<unsigned char> pixels(PNG_IMAGE_SIZE(image));
-    if (!png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr)) {
-        png_image_free(&image);
+    png_set_read_fn(png, reader, ReadFromMemory);
+    png_read_info(png, info);
+    const png_uint_32 w = png_get_image_width(png, info);
+    const png_uint_32 h = png_get_image_height(png, info);
+    if (w == 0 || h == 0 || w > (png_uint_32)kMaxSide || h > (png_uint_32)kMaxSide)
+        png_error(png, "size");
+    png_set_expand(png);   // palette to RGB, grey below 8 bits to 8, tRNS to alpha
+    png_set_strip_16(png); // the high byte of every 16-bit sample
+    png_set_gray_to_rgb(png);
+    png_set_add_alpha(png, 0xFF, PNG_FILLER_AFTER);
+    png_set_interlace_handling(png);
+    png_read_update_info(png, info);
+    if (png_get_rowbytes(png, info) != (size_t)w * 4) png_error(png, "layout");
+    pixels->assign((size_t)w * h * 4, 0);
+    rows->resize(h);
+    for (png_uint_32 y = 0; y < h; ++y) (*rows)[y] = pixels->data() + (size_t)y * w * 4;
+    png_read_image(png, rows->data());
+    png_read_end(png, nullptr); // a file cut after its pixels is refused too
+    *width = (int)w;
+    *height = (int)h;
+    delete rows;
+    return true;
+}
+
+bool DecodeMemory(const unsigned char* data, size_t size, std::vector<unsigned char>& out,
+                  int& width, int& height) {
+    if (!data || size < 8 || png_sig_cmp(data, 0, 8) != 0) return false;
+    png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, OnError, OnWarning);
+    if (!png) return false;
+    png_infop info = png_create_info_struct(png);
+    if (!info) {
+        png_destroy_read_struct(&png, nullptr, nullptr);
         return false;
     }
-    width = (int)image.width;
-    height = (int)image.height;
+    MemoryReader reader = {data, size, 0};
+    std::vector<unsigned char> pixels;
+    int w = 0, h = 0;
+    const bool ok = ReadPixels(png, info, &reader, &pixels, &w, &h);
+    png_destroy_read_struct(&png, &info, nullptr);
+    if (!ok) return false;
     out.swap(pixels);
+    width = w;
+    height = h;
     return true;
 }
 
@@ -104,28 +167,14 @@ bool DecodeIconBitmap(const unsigned char* p, size_t size, int side,
 
 bool VXImageDecodePNGFile(const char* path, std::vector<unsigned char>& out, int& width,
                           int& height) {
-    if (!path) return false;
-    png_image image;
-    std::memset(&image, 0, sizeof image);
-    image.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_file(&image, path)) {
-        png_image_free(&image);
-        return false;
-    }
-    return FinishRead(image, out, width, height);
+    std::vector<unsigned char> data;
+    if (!ReadFile(path, data)) return false;
+    return DecodeMemory(data.data(), data.size(), out, width, height);
 }
 
 bool VXImageDecodePNG(const unsigned char* data, size_t size, std::vector<unsigned char>& out,
                       int& width, int& height) {
-    if (!data || size < 8) return false;
-    png_image image;
-    std::memset(&image, 0, sizeof image);
-    image.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_memory(&image, data, size)) {
-        png_image_free(&image);
-        return false;
-    }
-    return FinishRead(image, out, width, height);
+    return DecodeMemory(data, size, out, width, height);
 }
 
 bool VXImageWritePNGFile(const char* path, const unsigned char* rgba, int width, int height) {

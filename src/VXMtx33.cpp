@@ -22,16 +22,18 @@ void VXMtx33Transpose(VXMtx33* pResult, const VXMtx33* pMtx) {
     *pResult = t;
 }
 
-// Adjugate over determinant. A determinant whose square is below 1e-10 is
-// treated as singular: the result is left alone and 0 is returned, so the
-// caller can tell and keep its previous matrix.
+// Adjugate over determinant. A determinant whose square is below the float
+// 9.9999994e-11 (one step below 1e-10f) is treated as singular: the result
+// is left alone and 0 is returned, so the caller can tell and keep its
+// previous matrix. A square equal to the threshold (det 1e-5) still inverts.
 float VXMtx33Inverse(VXMtx33* pResult, const VXMtx33* pMtx) {
     const float(*m)[3] = pMtx->m;
     float c00 = m[1][1] * m[2][2] - m[1][2] * m[2][1];
     float c01 = m[2][0] * m[1][2] - m[1][0] * m[2][2];
     float c02 = m[1][0] * m[2][1] - m[2][0] * m[1][1];
     float d = m[0][0] * c00 + m[0][1] * c01 + m[0][2] * c02;
-    if (d * d < 1e-10f) return 0.0f;
+    const float kSingular = 0x1.b7cdfcp-34f; // 9.9999994e-11
+    if (d * d < kSingular) return 0.0f;
 
     VXMtx33 r;
     r.m[0][0] = c00 / d;

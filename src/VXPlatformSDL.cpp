@@ -5,7 +5,10 @@
 // - keys and mouse buttons land in a live table of 256 virtual-key states as
 //   the events are pumped, so input injected into SDL's queue counts exactly
 //   like real input (SDL's own polled state ignores pushed events);
-// - the cursor is tracked from motion events, in window pixels;
+// - the cursor is in window pixels wherever it is, as the desktop reports
+//   it: from motion events inside the window, and from the system pointer
+//   whenever that moves (outside the window SDL sends no motion at all and
+//   clamps the last position it sent to the window's edge);
 // - closing the window hides it and reports "destroy"; the window object
 //   itself lives until exit so the GL context stays valid for the orderly
 //   shutdown that follows;
@@ -25,6 +28,8 @@ SDL_GLContext sContext = nullptr;
 unsigned char sKeys[256];
 int sCursorX = 0;
 int sCursorY = 0;
+int sPointerX = 0; // the system pointer on the screen when it was last looked at
+int sPointerY = 0;
 int sCursorShowCount = 0; // the desktop's display counter: shown while >= 0
 
 uint64_t RealCounter(void) {
@@ -140,6 +145,23 @@ Uint32 WindowId(void) {
     return sWindow ? SDL_GetWindowID(sWindow) : 0;
 }
 
+// Takes the system pointer's position relative to the client area when the
+// pointer has moved since it was last looked at. Injected motion does not
+// move the system pointer, so an injected position stands until a real
+// mouse moves.
+void FollowSystemPointer(void) {
+    if (!sWindow) return;
+    int x = 0, y = 0;
+    SDL_GetGlobalMouseState(&x, &y);
+    if (x == sPointerX && y == sPointerY) return;
+    sPointerX = x;
+    sPointerY = y;
+    int left = 0, top = 0;
+    SDL_GetWindowPosition(sWindow, &left, &top);
+    sCursorX = x - left;
+    sCursorY = y - top;
+}
+
 } // namespace
 
 const VXPlatformClock gVXPlatformRealClock = {RealCounter, RealFrequency, RealSpin};
@@ -170,6 +192,8 @@ bool VXPlatformWindowCreate(const char* title, int x, int y, int width, int heig
     SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
     SDL_GL_SetAttribute(SDL_GL_STENCIL_SIZE, 8);
     sWindow = SDL_CreateWindow(title, x, y, width, height, SDL_WINDOW_OPENGL | SDL_WINDOW_SHOWN);
+    // Where the pointer is now is the start: only its moves count.
+    SDL_GetGlobalMouseState(&sPointerX, &sPointerY);
     return sWindow != nullptr;
 }
 
@@ -317,6 +341,7 @@ void VXPlatformPump(VXSysWindowProc proc) {
             break;
         }
     }
+    FollowSystemPointer();
 }
 
 void VXPlatformGetKeyboardState(unsigned char out[256]) {
@@ -374,17 +399,24 @@ void VXPlatformPushClose(void) {
     SDL_PushEvent(&e);
 }
 
-// Names a script or a tool may use for a key: "escape", "space", "enter",
-// "tab", "backspace", "left", "up", "right", "down", "shift", "ctrl", "alt",
-// "lbutton", "rbutton", "mbutton", "f1".."f12", one letter or one digit.
+// The one table of key names that scripts and tools use, named after the
+// desktop's virtual keys: "lbutton", "rbutton", "mbutton" are the mouse
+// buttons and "left", "up", "right", "down" the arrow keys; also "escape"
+// (or "esc"), "space", "enter" (or "return"), "tab", "backspace", "shift",
+// "ctrl" (or "control"), "alt", "f1".."f12", one letter or one digit. Case
+// does not matter.
 unsigned char VXPlatformVirtualKeyFromName(const char* name) {
     static const struct {
         const char* name;
         unsigned char vk;
-    } kNames[] = {{"lbutton", 1}, {"rbutton", 2}, {"mbutton", 4}, {"backspace", 8}, {"tab", 9},
-                  {"enter", 13},  {"return", 13}, {"shift", 16},  {"ctrl", 17},     {"control", 17},
-                  {"alt", 18},    {"escape", 27}, {"esc", 27},    {"space", 32},    {"left", 37},
-                  {"up", 38},     {"right", 39},  {"down", 40}};
+    } kNames[] = {
+        {"lbutton", 1}, {"rbutton", 2}, {"mbutton", 4}, {"backspace", 8}, {"tab", 9},
+        {"enter", 13},  {"return", 13}, {"shift", 16},  {"ctrl", 17},     {"control", 17},
+        {"alt", 18},    {"escape", 27}, {"esc", 27},    {"space", 32},    {"left", 37},
+        {"up", 38},     {"right", 39},  {"down", 40},   {"f1", 112},      {"f2", 113},
+        {"f3", 114},    {"f4", 115},    {"f5", 116},    {"f6", 117},      {"f7", 118},
+        {"f8", 119},    {"f9", 120},    {"f10", 121},   {"f11", 122},     {"f12", 123},
+    };
     if (!name || !*name) return 0;
     if (!name[1]) {
         char c = name[0];
@@ -394,9 +426,5 @@ unsigned char VXPlatformVirtualKeyFromName(const char* name) {
     }
     for (const auto& k : kNames)
         if (SDL_strcasecmp(k.name, name) == 0) return k.vk;
-    if ((name[0] == 'f' || name[0] == 'F') && name[1] >= '1' && name[1] <= '9') {
-        int n = SDL_atoi(name + 1);
-        if (n >= 1 && n <= 12) return (unsigned char)(111 + n);
-    }
     return 0;
 }

@@ -59,12 +59,7 @@ void WaitMs(int ms) {
 
 // Runs one child test of this program with extra environment settings.
 int RunChild(const std::string& filter, const std::string& env, std::string& output) {
-    char self[4096] = {};
-    ssize_t n = readlink("/proc/self/exe", self, sizeof self - 1);
-    if (n <= 0) return -1000;
-    return TestRunCommand("QUARROW_AUDIO_CHILD=1 " + env + " '" + std::string(self, size_t(n)) +
-                              "' --gtest_filter=" + filter + " 2>&1",
-                          output);
+    return TestRunThisProgram(filter, "QUARROW_AUDIO_CHILD=1 " + env, output);
 }
 
 bool IsChild() {

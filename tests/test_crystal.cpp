@@ -17,6 +17,10 @@
 
 namespace {
 
+// The fill's pure green is read from well inside it and the black from well
+// outside, so any nearby value will do.
+constexpr TestTolerance kFillTolerance = {"inside or outside the fill", 8};
+
 class CrystalTest : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -175,8 +179,7 @@ TEST_F(CrystalTest, FillGeometryOnScreen) {
         };
         for (const Probe& p : probes) {
             const TestRgba got = TestPixelAtWorld(frame, w, h, p.x, p.y);
-            EXPECT_TRUE(TestNear(got, p.want, 8))
-                << c.name << ", " << p.where << ": got " << TestDescribe(got);
+            EXPECT_TRUE(TestPixelNear(got, p.want, kFillTolerance)) << c.name << ", " << p.where;
         }
     }
 }
@@ -211,20 +214,29 @@ TEST_F(CrystalTest, ShardsIdleAndBurst) {
     EXPECT_FALSE(crystal->isBursting);
 }
 
-// The shards glow additively in blue-green: over black, the centre shows
-// blue and no red.
-TEST_F(CrystalTest, ShardsDrawBlueGreen) {
-    for (int i = 0; i < 30; ++i) crystal->Update();
-    VXSysFrameStart();
-    crystal->DrawShards();
+// One shard alone (the other 49 at size 0), a disc of radius 20 over a grey
+// of 51: seed 2026 draws a = 6654/32767 (alpha), then g = 26038/32767;
+// the tint (0, g, 1, a) adds nothing to red, 255 g a = 41.15 to green and
+// 255 a = 51.78 to blue.
+TEST_F(CrystalTest, OneShardAddsItsBlueGreenGlow) {
+    for (int i = 0; i < CRYSTAL_SHARD_COUNT; ++i) VXMtx33Scale(&crystal->shardTransform[i], 0, 0);
+    VXMtx33Scale(&crystal->shardTransform[0], 40.0f, 40.0f);
+    VXMtx33TransApply(&crystal->shardTransform[0], &crystal->shardTransform[0], -100.0f, 50.0f);
+    VXGfxSetBackgroundColor(0.2f, 0.2f, 0.2f);
     int w = 0, h = 0;
-    std::vector<unsigned char> frame = TestReadFrame(w, h);
-    VXSysFrameEnd();
-    int blue = 0;
-    for (float dx = -1.0f; dx <= 1.0f; dx += 1.0f) {
-        const TestRgba got = TestPixelAtWorld(frame, w, h, 50.0f + dx, -50.0f);
-        EXPECT_EQ(got.r, 0) << TestDescribe(got);
-        blue += got.b;
-    }
-    EXPECT_GT(blue, 0);
+    std::vector<unsigned char> frame = TestDrawFrame(
+        [&] {
+            VXSeedRand(2026);
+            crystal->DrawShards();
+        },
+        w, h);
+    EXPECT_TRUE(TestPixelNear(TestPixelAtWorld(frame, w, h, -100.0f, 50.0f),
+                              TestRgba{51, 92, 103, 255}, kTestRounding))
+        << "the shard's centre";
+    EXPECT_TRUE(TestPixelNear(TestPixelAtWorld(frame, w, h, -100.0f + 14.0f, 50.0f - 4.0f),
+                              TestRgba{51, 92, 103, 255}, kTestRounding))
+        << "inside the disc's last slice (330 to 360 degrees)";
+    EXPECT_TRUE(TestPixelNear(TestPixelAtWorld(frame, w, h, -100.0f, 75.0f),
+                              TestRgba{51, 51, 51, 255}, kTestExact))
+        << "beyond its rim";
 }

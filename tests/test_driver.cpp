@@ -1,3 +1,4 @@
+// CTest label: integration
 // The real game run end to end by the script driver: scripts are checked
 // before anything runs, frames are captured, closing the window ends the
 // game in order; and the game exports the engine's interface by name.
@@ -31,6 +32,8 @@ TEST(Driver, AMalformedScriptIsRefusedWithItsLineBeforeTheGameStarts) {
     } cases[] = {
         {"too few coordinates", "10 move 1\n", 1},
         {"unknown key after a comment and a blank", "# warm up\n\n5 tap nokey\n", 3},
+        {"no thirteenth function key", "1 tap f12\n2 tap f13\n", 2},
+        {"a key name with trailing letters", "1 press f1x\n", 1},
         {"no frame number", "move 1 2\n", 1},
         {"negative frame", "0 close\n-4 close\n", 2},
         {"capture without a file", "1 move 3 4\n3 capture\n", 2},
@@ -69,6 +72,20 @@ TEST(Driver, RunsTheGameCapturesFramesAndClosesItInOrder) {
     // The game runs full screen: the test display is 1280 x 1024.
     EXPECT_EQ(w, 1280);
     EXPECT_EQ(h, 1024);
+}
+
+// Without a sound card the game runs silent and says so in one line; the
+// backends' own complaints stay out of the terminal. An empty ALSA
+// configuration makes ALSA fail (and complain) on any machine.
+TEST(Driver, NoSoundDeviceIsOneLineOnStandardError) {
+    const std::string path = WriteScript("silent.txt", "2 close\n");
+    std::string errors;
+    const int status = TestRunCommand("cd " + TestBinaryDir() +
+                                          " && (ALSOFT_DRIVERS=alsa ALSA_CONFIG_PATH=/dev/null " +
+                                          TestDriverPath() + " " + path + " > /dev/null)",
+                                      errors);
+    EXPECT_EQ(status, 0) << errors;
+    EXPECT_EQ(errors, "No sound device: the game runs without sound.\n");
 }
 
 TEST(Game, ExportsTheEngineInterfaceByName) {

@@ -116,8 +116,7 @@ TEST_F(Drawing, SheetFrameShowsItsCell) {
         context.DrawObject(goblin, goblin.framesU, goblin.framesV);
         const TestRgba want = {40 * c.col + 20, 100 * c.row + 50, 200, 255};
         const TestRgba got = Centre();
-        EXPECT_TRUE(TestNear(got, want, 2))
-            << c.name << ": got " << TestDescribe(got) << ", want " << TestDescribe(want);
+        EXPECT_TRUE(TestPixelNear(got, want, kTestTwoRoundings)) << c.name;
         VXSysFrameEnd();
     }
 }
@@ -150,11 +149,39 @@ TEST_F(Drawing, TextureChoice) {
         context.animFrame = c.animFrame;
         context.DrawObject(s, 1, 1);
         const TestRgba got = Centre();
-        EXPECT_TRUE(TestNear(got, c.want, 2)) << c.name << ": got " << TestDescribe(got);
+        EXPECT_TRUE(TestPixelNear(got, c.want, kTestTwoRoundings)) << c.name;
         VXSysFrameEnd();
     }
     VXGfxTextureUnload(red);
     VXGfxTextureUnload(blue);
+}
+
+// The tint's alpha fades a textured sprite over what lies below (a dragged
+// tower at 0.5, a blinking monster, the warning bar): a yellow texel over the
+// clear colour (0, 102, 204) mixes as alpha x texel + (1 - alpha) x below.
+TEST_F(Drawing, TintAlphaFadesATexturedSprite) {
+    VXGfxTexture* yellow = Solid(255, 255, 0);
+    struct Case {
+        const char* name;
+        float alpha;
+        TestRgba want;
+    } cases[] = {
+        {"opaque", 1.0f, {255, 255, 0, 255}},
+        {"half, a dragged tower", 0.5f, {128, 179, 102, 255}},     // 127.5, 178.5, 102
+        {"a quarter, a fading blink", 0.25f, {64, 140, 153, 255}}, // 63.75, 140.25, 153
+        {"gone", 0.0f, {0, 102, 204, 255}},
+    };
+    VXGfxSetBackgroundColor(0.0f, 0.4f, 0.8f);
+    for (const Case& c : cases) {
+        Sprite s(yellow);
+        s.tintColor[3] = c.alpha;
+        VXSysFrameStart();
+        ObjectList context;
+        context.DrawObject(s, 1, 1);
+        EXPECT_TRUE(TestPixelNear(Centre(), c.want, kTestRounding)) << c.name;
+        VXSysFrameEnd();
+    }
+    VXGfxTextureUnload(yellow);
 }
 
 // Static cases from the box edges; swept cases at 60 frames a second, the

@@ -18,7 +18,8 @@ std::string Temp(const std::string& name) {
 // Writes a PNG with libpng's full interface so the colour type is ours to choose.
 void WritePng(const std::string& path, int w, int h, int colorType, int depth,
               const std::vector<unsigned char>& rows, const png_color* palette = nullptr,
-              int paletteSize = 0, const unsigned char* trns = nullptr, int trnsSize = 0) {
+              int paletteSize = 0, const unsigned char* trns = nullptr, int trnsSize = 0,
+              double gamma = 0.0) {
     FILE* f = std::fopen(path.c_str(), "wb");
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     png_infop info = png_create_info_struct(png);
@@ -27,6 +28,7 @@ void WritePng(const std::string& path, int w, int h, int colorType, int depth,
                  PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     if (palette) png_set_PLTE(png, info, palette, paletteSize);
     if (trns) png_set_tRNS(png, info, trns, trnsSize, nullptr);
+    if (gamma > 0.0) png_set_gAMA(png, info, gamma);
     png_write_info(png, info);
     size_t stride = rows.size() / h;
     for (int y = 0; y < h; ++y) png_write_row(png, &rows[y * stride]);
@@ -71,6 +73,65 @@ TEST(Png, EveryColourTypeDecodesToTheSameStraightAlphaBytes) {
     WritePng(Temp("palette.png"), 2, 1, PNG_COLOR_TYPE_PALETTE, 8, {1, 0}, palette, 2, trns, 2);
     EXPECT_EQ(Decode(Temp("palette.png"), w, h),
               (std::vector<unsigned char>{200, 100, 50, 255, 9, 8, 7, 0}));
+}
+
+// The bytes of the file, whatever the file says about light: a 16-bit
+// sample reads as its high byte (0x3C3C is 0x3C, not a brightened 0x84),
+// and a file that declares a linear gamma keeps its values; grey of 1 and 4
+// bits is stretched to the full range.
+TEST(Png, SixteenBitSamplesKeepTheirHighByteAndNoGammaIsApplied) {
+    struct Case {
+        const char* name;
+        int colorType, depth;
+        double gamma;
+        std::vector<unsigned char> file, expected; // 2 x 1 pixels
+    } cases[] = {
+        {"16-bit grey",
+         PNG_COLOR_TYPE_GRAY,
+         16,
+         0.0,
+         {0x3C, 0x3C, 0xFF, 0x01},
+         {0x3C, 0x3C, 0x3C, 255, 0xFF, 0xFF, 0xFF, 255}},
+        {"16-bit RGB",
+         PNG_COLOR_TYPE_RGB,
+         16,
+         0.0,
+         {0x12, 0x34, 0xAB, 0xCD, 0x00, 0xFF, 0x80, 0x7F, 0x01, 0x00, 0xFE, 0xFF},
+         {0x12, 0xAB, 0x00, 255, 0x80, 0x01, 0xFE, 255}},
+        {"16-bit RGBA, half transparent",
+         PNG_COLOR_TYPE_RGBA,
+         16,
+         0.0,
+         {0x3C, 0x3C, 0x3C, 0x3C, 0x3C, 0x3C, 0x80, 0x00, 0x11, 0x11, 0x22, 0x22, 0x33, 0x33, 0x00,
+          0xFF},
+         {0x3C, 0x3C, 0x3C, 0x80, 0x11, 0x22, 0x33, 0x00}},
+        {"16-bit grey with alpha",
+         PNG_COLOR_TYPE_GRAY_ALPHA,
+         16,
+         0.0,
+         {0x3C, 0x3C, 0xC0, 0x00, 0x01, 0x02, 0x03, 0x04},
+         {0x3C, 0x3C, 0x3C, 0xC0, 0x01, 0x01, 0x01, 0x03}},
+        {"8-bit RGB declaring linear gamma",
+         PNG_COLOR_TYPE_RGB,
+         8,
+         1.0,
+         {0x3C, 0x80, 0x10, 0x20, 0x40, 0x60},
+         {0x3C, 0x80, 0x10, 255, 0x20, 0x40, 0x60, 255}},
+        {"1-bit grey", PNG_COLOR_TYPE_GRAY, 1, 0.0, {0x40}, {0, 0, 0, 255, 255, 255, 255, 255}},
+        {"4-bit grey",
+         PNG_COLOR_TYPE_GRAY,
+         4,
+         0.0,
+         {0x3F},
+         {0x33, 0x33, 0x33, 255, 255, 255, 255, 255}},
+    };
+    for (const Case& c : cases) {
+        const std::string path = Temp("deep.png");
+        WritePng(path, 2, 1, c.colorType, c.depth, c.file, nullptr, 0, nullptr, 0, c.gamma);
+        int w, h;
+        EXPECT_EQ(Decode(path, w, h), c.expected) << c.name;
+        EXPECT_EQ(w, 2) << c.name;
+    }
 }
 
 TEST(Png, WrittenFramesReadBackExactly) {
@@ -165,6 +226,34 @@ TEST(Icon, PngAndBitmapEntriesOfTheAskedSize) {
     ASSERT_TRUE(VXImageDecodeIcoFile(path.c_str(), 2, out));
     EXPECT_EQ(
         out, (std::vector<unsigned char>{9, 8, 7, 255, 12, 11, 10, 0, 3, 2, 1, 255, 6, 5, 4, 128}));
+
+    // Old-style entries carry their transparency in the 1-bit mask (rows
+    // bottom-up, leftmost pixel in the top bit, 1 = transparent): a 24-bit
+    // entry, and a 32-bit one whose alpha is zero throughout. The masks are
+    // asymmetric: bottom row 10 (left clear), top row 01 (right clear).
+    struct MaskCase {
+        const char* name;
+        unsigned bits;
+    } maskCases[] = {{"24-bit entry with a mask", 24}, {"32-bit entry, alpha all zero", 32}};
+    for (const MaskCase& c : maskCases) {
+        std::vector<unsigned char> old;
+        Le32(old, 40), Le32(old, 2), Le32(old, 4), Le16(old, 1), Le16(old, c.bits);
+        for (int i = 0; i < 6; ++i) Le32(old, 0);
+        if (c.bits == 24) {
+            old.insert(old.end(), {1, 2, 3, 4, 5, 6, 0, 0});    // bottom row, padded to 8
+            old.insert(old.end(), {7, 8, 9, 10, 11, 12, 0, 0}); // top row
+        } else {
+            old.insert(old.end(), {1, 2, 3, 0, 4, 5, 6, 0});
+            old.insert(old.end(), {7, 8, 9, 0, 10, 11, 12, 0});
+        }
+        old.insert(old.end(), {0x80, 0, 0, 0}); // bottom row mask: left clear
+        old.insert(old.end(), {0x40, 0, 0, 0}); // top row mask: right clear
+        path = WriteIco("old.ico", {{2, old}});
+        ASSERT_TRUE(VXImageDecodeIcoFile(path.c_str(), 2, out)) << c.name;
+        EXPECT_EQ(out, (std::vector<unsigned char>{9, 8, 7, 255, 12, 11, 10, 0, 3, 2, 1, 0, 6, 5, 4,
+                                                   255}))
+            << c.name;
+    }
 
     // Damaged icons are refused.
     EXPECT_FALSE(VXImageDecodeIcoFile(Temp("no.ico").c_str(), 32, out));

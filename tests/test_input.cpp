@@ -4,8 +4,12 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <string>
+
 #include "TestSupport.h"
 #include "VXInput.h"
+#include "VXPlatform.h"
 #include "VXSeam.h"
 #include "VXSystem.h"
 
@@ -173,6 +177,72 @@ TEST_F(Input, FullScreenMapsScreenPixelsBackOntoTheLogicalWindow) {
     SDL_GetWindowSize((SDL_Window*)VXSysGetWindowHandle(), &w, &h);
     EXPECT_EQ(w, 800);
     EXPECT_EQ(h, 600);
+}
+
+// The one table of key names (scripts and tools): every name the driver's
+// scripts may use, worked out from the desktop's virtual-key codes.
+TEST(KeyNames, NamesMapToTheirVirtualKeys) {
+    struct Case {
+        const char* name;
+        int vk; // 0: not a key name
+    } cases[] = {
+        {"f1", 112},      {"f2", 113},    {"f3", 114},   {"f4", 115},   {"f5", 116},
+        {"f6", 117},      {"f7", 118},    {"f8", 119},   {"f9", 120},   {"f10", 121},
+        {"f11", 122},     {"f12", 123},   {"F12", 123},  {"a", 65},     {"q", 81},
+        {"z", 90},        {"M", 77},      {"0", 48},     {"9", 57},     {"escape", 27},
+        {"esc", 27},      {"return", 13}, {"enter", 13}, {"space", 32}, {"tab", 9},
+        {"backspace", 8}, {"shift", 16},  {"ctrl", 17},  {"alt", 18},   {"lbutton", 1},
+        {"rbutton", 2},   {"mbutton", 4}, {"left", 37},  {"up", 38},    {"right", 39},
+        {"down", 40},     {"f0", 0},      {"f13", 0},    {"f1x", 0},    {"f", 70},
+        {"nokey", 0},     {"", 0},        {"aa", 0},     {"%", 0},      {"escape ", 0},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(VXPlatformVirtualKeyFromName(c.name), c.vk) << "\"" << c.name << "\"";
+    EXPECT_EQ(VXPlatformVirtualKeyFromName(nullptr), 0);
+}
+
+// The system pointer is followed wherever it goes, as the desktop reports
+// it: outside the client area the reading is negative or beyond 799 x 599,
+// unclamped. Moving the real pointer would disturb every other test's window
+// on a shared display, so this runs in a child on a display of its own.
+TEST_F(Input, TheSystemPointerIsFollowedOutsideTheWindow) {
+    if (!std::getenv("QUARROW_OWN_DISPLAY")) {
+        std::string output;
+        const int status = TestRunThisProgram("Input.TheSystemPointerIsFollowedOutsideTheWindow",
+                                              "QUARROW_OWN_DISPLAY=1", output, true);
+        EXPECT_EQ(status, 0) << output;
+        EXPECT_NE(output.find("[  PASSED  ] 1 test"), std::string::npos) << output;
+        return;
+    }
+    // The window's client area is centred on the 1280 x 1024 screen.
+    const int left = 1280 / 2 - 800 / 2, top = 1024 / 2 - 600 / 2;
+    struct Case {
+        const char* name;
+        int x, y; // client pixels the pointer is moved to
+    } cases[] = {
+        {"inside", 100, 50},
+        {"left of and above the window", -30, -20},
+        {"right of and below the window", 850, 650},
+        {"the client origin", 0, 0},
+        {"the screen's far corner", 1279 - left, 1023 - top},
+    };
+    for (const Case& c : cases) {
+        SDL_WarpMouseGlobal(left + c.x, top + c.y);
+        NextFrame();
+        NextFrame();
+        int x = 0, y = 0;
+        VXInputGetCursorPosition(&x, &y);
+        EXPECT_EQ(x, c.x) << c.name;
+        EXPECT_EQ(y, c.y) << c.name;
+    }
+    // An injected position stands while the real pointer stays put.
+    VXSeamInjectCursor(5, 6);
+    NextFrame();
+    NextFrame();
+    int x = 0, y = 0;
+    VXInputGetCursorPosition(&x, &y);
+    EXPECT_EQ(x, 5);
+    EXPECT_EQ(y, 6);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+// CTest label: integration
 // The level played in the real game: the countdown and the frame each wave
 // starts, the towers handed out, level 1 won by dragging towers, a boss's
 // death fixing the stars, a loss, and every overlay a player meets in a

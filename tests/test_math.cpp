@@ -43,20 +43,20 @@ TEST(MathScalar, AngleConstantsAreTheSinglePrecisionValues) {
     EXPECT_NEAR(back, 90.0f, 1e-4f);
 }
 
+// Each value is the double-precision result rounded to the nearest float,
+// worked out independently (Python's double functions, then rounded).
 TEST(MathScalar, TrigonometryIsDoubleRoundedToFloat) {
     struct Case {
         const char* name;
         float (*fn)(float);
-        double (*ref)(double);
-        float x;
+        float x, expected;
     } cases[] = {
-        {"sin 0.5", VXSin, std::sin, 0.5f},      {"sin -2", VXSin, std::sin, -2.0f},
-        {"cos 1e4", VXCos, std::cos, 1e4f},      {"cos 3", VXCos, std::cos, 3.0f},
-        {"tan 1.2", VXTan, std::tan, 1.2f},      {"asin 0.3", VXASin, std::asin, 0.3f},
-        {"acos -0.7", VXACos, std::acos, -0.7f}, {"atan 50", VXATan, std::atan, 50.0f},
+        {"sin 0.5", VXSin, 0.5f, 0.479425550f},    {"sin -2", VXSin, -2.0f, -0.909297407f},
+        {"cos 1e4", VXCos, 1e4f, -0.952155352f},   {"cos 3", VXCos, 3.0f, -0.989992499f},
+        {"tan 1.2", VXTan, 1.2f, 2.57215190f},     {"asin 0.3", VXASin, 0.3f, 0.304692656f},
+        {"acos -0.7", VXACos, -0.7f, 2.34619379f}, {"atan 50", VXATan, 50.0f, 1.55079901f},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(c.fn(c.x), static_cast<float>(c.ref(static_cast<double>(c.x)))) << c.name;
+    for (const Case& c : cases) EXPECT_EQ(c.fn(c.x), c.expected) << c.name;
 }
 
 TEST(MathScalar, PowersOfTwo) {
@@ -234,14 +234,24 @@ TEST(MathMtx33, InverseAndDeterminant) {
     VXMtx33 singular = Make({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}});
     EXPECT_EQ(VXMtx33Determinant(&singular), 0);
 
-    // The square of the determinant is tested against 1e-10.
+    // The square of the determinant is tested against the float 9.9999994e-11
+    // (the float just below 1e-10f). 1e-5f squared in float is exactly that
+    // value, so it inverts; the next float below 1e-5f (9.99999884e-06)
+    // squares to 9.99999736e-11 and does not.
     struct Case {
         const char* name;
         float det;
         bool inverts;
     } cases[] = {
-        {"det 1e-6", 1e-6f, false}, {"det 9e-6", 9e-6f, false},  {"det 1.1e-5", 1.1e-5f, true},
-        {"det 1e-4", 1e-4f, true},  {"det -1e-4", -1e-4f, true}, {"det 0", 0, false},
+        {"det 1e-6", 1e-6f, false},
+        {"det 9e-6", 9e-6f, false},
+        {"det 9.99999884e-06, one float below 1e-5", 9.99999884e-06f, false},
+        {"det 1e-5: d * d is the threshold itself", 1e-5f, true},
+        {"det -1e-5", -1e-5f, true},
+        {"det 1.1e-5", 1.1e-5f, true},
+        {"det 1e-4", 1e-4f, true},
+        {"det -1e-4", -1e-4f, true},
+        {"det 0", 0, false},
     };
     for (const auto& c : cases) {
         VXMtx33 small = Make({{c.det, 0, 0}, {0, 1, 0}, {0, 0, 1}});

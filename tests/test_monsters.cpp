@@ -50,7 +50,10 @@ class Monsters : public ::testing::Test {
 
 // From tile 5 straight down the middle of the diamond; the crystal's box is
 // ±1.5 around (50, -50) and the goblin's ±10, so the first strike comes when
-// its centre is 11.5 from the crystal's. The walk is about 990 frames.
+// its centre is 11.5 from the crystal's. A float32 simulation of the walk
+// (0.25 units a frame towards the next cell's centre, the cell switching
+// to the lower row as soon as the goblin's box touches that row's tile box)
+// gives the strike in frame 992.
 TEST_F(Monsters, GoblinWalksDownTheMiddleToTheCrystal) {
     Board(3);
     Crystal crystal;
@@ -68,8 +71,7 @@ TEST_F(Monsters, GoblinWalksDownTheMiddleToTheCrystal) {
     }
     const std::vector<std::string> expected = {"0,5", "1,5", "2,5", "3,5", "4,5", "5,5"};
     EXPECT_EQ(cells, expected);
-    EXPECT_GE(firstStrike, 980);
-    EXPECT_LE(firstStrike, 1000);
+    EXPECT_EQ(firstStrike, 992);
     EXPECT_EQ(crystal.health, 95);
     EXPECT_TRUE(goblin->isAttacking);
 }
@@ -229,15 +231,17 @@ TEST_F(Monsters, WraithFliesInFromOffTheBoard) {
     Crystal crystal;
     crystal.SetPosition(50.0f, -50.0f);
     WraithBoss* w = Release<WraithBoss>(10, 2);
-    // From (-250, 150) to (50, -50): 360.6 units, less the last ~24.5 where
-    // the tile's box catches it: about 224 frames.
+    // From (-250, 150) to (50, -50): 360.6 units at 1.5 a frame; the tile's
+    // ±24 box catches it (and it snaps to the centre) in frame 222, and the
+    // crystal meets its box, taken before the move, in frame 223 (a float32
+    // simulation of the flight).
     int frame = 0;
     while (crystal.health == 100 && frame < 400) {
         w->Update(tileList, 4);
         crystal.Update();
         ++frame;
     }
-    EXPECT_NEAR(frame, 225, 3);
+    EXPECT_EQ(frame, 223);
     EXPECT_EQ(crystal.health, 90) << "a boss strikes for 10";
     w->Update(tileList, 4);
     EXPECT_FLOAT_EQ(w->posX, tileList[99]->posX) << "35 health sends it to tile 99";

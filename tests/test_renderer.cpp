@@ -2,6 +2,7 @@
 // programs, alpha and additive blending, per-program values, the camera's
 // mapping of world corners to the screen in and out of full screen, upright
 // pictures, texture scrolling, mesh colours and the texture loader's rules.
+#include <GL/glew.h>
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -85,10 +86,10 @@ TEST_F(Renderer, BothProgramsMixTheBlendColourAndMultiplyByTheTint) {
         VXGfxSetTransform(gIdentity);
         VXGfxMeshDraw(right, VX_GFX_DRAW_TRIANGLES);
         EndFrame();
-        EXPECT_TRUE(TestNear(At(-200, 0), c.expected, 1))
-            << c.name << " colour program: " << TestDescribe(At(-200, 0));
-        EXPECT_TRUE(TestNear(At(200, 0), c.expected, 1))
-            << c.name << " texture program: " << TestDescribe(At(200, 0));
+        EXPECT_TRUE(TestPixelNear(At(-200, 0), c.expected, kTestRounding))
+            << c.name << ", colour program";
+        EXPECT_TRUE(TestPixelNear(At(200, 0), c.expected, kTestRounding))
+            << c.name << ", texture program";
     }
     VXGfxMeshFree(left);
     VXGfxMeshFree(right);
@@ -156,7 +157,7 @@ TEST_F(Renderer, AlphaAndAdditiveBlendingOverABackground) {
         VXGfxSetTintColor(1, 1, 1, c.tintAlpha);
         VXGfxMeshDraw(front, VX_GFX_DRAW_TRIANGLES);
         EndFrame();
-        EXPECT_TRUE(TestNear(At(0, 0), c.expected, 1)) << c.name << ": " << TestDescribe(At(0, 0));
+        EXPECT_TRUE(TestPixelNear(At(0, 0), c.expected, kTestRounding)) << c.name;
         VXGfxMeshFree(back);
         VXGfxMeshFree(front);
     }
@@ -176,7 +177,7 @@ TEST_F(Renderer, EachProgramKeepsItsOwnValuesAndIgnoresSettersWithNoProgram) {
     VXGfxSetTransform(gIdentity);
     VXGfxMeshDraw(rect, VX_GFX_DRAW_TRIANGLES);
     EndFrame();
-    EXPECT_TRUE(TestNear(At(0, 0), TestRgba{255, 255, 255, 0}, 0)) << TestDescribe(At(0, 0));
+    EXPECT_TRUE(TestPixelNear(At(0, 0), TestRgba{255, 255, 255, 0}, kTestExact));
 
     // Every frame ends with no program: a tint set before the first mode is lost.
     VXSysFrameStart();
@@ -185,7 +186,7 @@ TEST_F(Renderer, EachProgramKeepsItsOwnValuesAndIgnoresSettersWithNoProgram) {
     VXGfxSetTransform(gIdentity);
     VXGfxMeshDraw(rect, VX_GFX_DRAW_TRIANGLES);
     EndFrame();
-    EXPECT_TRUE(TestNear(At(0, 0), TestRgba{255, 255, 255, 0}, 0)) << TestDescribe(At(0, 0));
+    EXPECT_TRUE(TestPixelNear(At(0, 0), TestRgba{255, 255, 255, 0}, kTestExact));
     EXPECT_EQ(VXGfxGetRenderMode(), VX_GFX_RENDER_NONE);
     VXGfxMeshFree(rect);
     VXGfxTextureUnload(texture);
@@ -224,15 +225,16 @@ TEST_F(Renderer, TheWorldRectangleFillsTheScreenInWindowAndFullScreen) {
             const unsigned char* p = &frame[((size_t)y * width + x) * 4];
             return TestRgba{p[0], p[1], p[2], p[3]};
         };
-        EXPECT_TRUE(TestNear(px(0, 0), TestRgba{255, 0, 0, 0}, 0)) << TestDescribe(px(0, 0));
-        EXPECT_TRUE(TestNear(px(width - 1, 0), TestRgba{0, 255, 0, 0}, 0));
-        EXPECT_TRUE(TestNear(px(0, height - 1), TestRgba{0, 0, 255, 0}, 0));
-        EXPECT_TRUE(TestNear(px(width - 1, height - 1), TestRgba{255, 255, 255, 0}, 0));
+        EXPECT_TRUE(TestPixelNear(px(0, 0), TestRgba{255, 0, 0, 0}, kTestExact));
+        EXPECT_TRUE(TestPixelNear(px(width - 1, 0), TestRgba{0, 255, 0, 0}, kTestExact));
+        EXPECT_TRUE(TestPixelNear(px(0, height - 1), TestRgba{0, 0, 255, 0}, kTestExact));
+        EXPECT_TRUE(
+            TestPixelNear(px(width - 1, height - 1), TestRgba{255, 255, 255, 0}, kTestExact));
         // Ten world units are 10 x scale pixels: the squares end there.
         int sx = full ? 16 : 10, sy = full ? 17 : 10;
-        EXPECT_TRUE(TestNear(px(sx - 1, sy - 1), TestRgba{255, 0, 0, 0}, 0));
-        EXPECT_TRUE(TestNear(px(sx + 1, sy + 1), TestRgba{0, 0, 0, 0}, 0));
-        EXPECT_TRUE(TestNear(px(width / 2, height / 2), TestRgba{0, 0, 0, 0}, 0));
+        EXPECT_TRUE(TestPixelNear(px(sx - 1, sy - 1), TestRgba{255, 0, 0, 0}, kTestExact));
+        EXPECT_TRUE(TestPixelNear(px(sx + 1, sy + 1), TestRgba{0, 0, 0, 0}, kTestExact));
+        EXPECT_TRUE(TestPixelNear(px(width / 2, height / 2), TestRgba{0, 0, 0, 0}, kTestExact));
     }
 }
 
@@ -262,10 +264,10 @@ TEST_F(Renderer, PicturesStandUprightAndScrollWithTheirOffset) {
         VXGfxSetTransform(gIdentity);
         VXGfxMeshDraw(rect, VX_GFX_DRAW_TRIANGLES);
         EndFrame();
-        EXPECT_TRUE(TestNear(At(-120, 90), c.topLeft, 0)) << c.name << TestDescribe(At(-120, 90));
-        EXPECT_TRUE(TestNear(At(120, 90), c.topRight, 0)) << c.name << TestDescribe(At(120, 90));
-        EXPECT_TRUE(TestNear(At(-120, -90), c.bottomLeft, 0)) << c.name;
-        EXPECT_TRUE(TestNear(At(120, -90), c.bottomRight, 0)) << c.name;
+        EXPECT_TRUE(TestPixelNear(At(-120, 90), c.topLeft, kTestExact)) << c.name;
+        EXPECT_TRUE(TestPixelNear(At(120, 90), c.topRight, kTestExact)) << c.name;
+        EXPECT_TRUE(TestPixelNear(At(-120, -90), c.bottomLeft, kTestExact)) << c.name;
+        EXPECT_TRUE(TestPixelNear(At(120, -90), c.bottomRight, kTestExact)) << c.name;
     }
     // A transform scales and places the unit quad.
     VXGfxMesh* unit = Rect(-1, -1, 1, 1, 0xFFFFFFFF);
@@ -277,9 +279,9 @@ TEST_F(Renderer, PicturesStandUprightAndScrollWithTheirOffset) {
     VXGfxSetTransform(m);
     VXGfxMeshDraw(unit, VX_GFX_DRAW_TRIANGLES);
     EndFrame();
-    EXPECT_TRUE(TestNear(At(75, -35), red, 0)) << TestDescribe(At(75, -35));
-    EXPECT_TRUE(TestNear(At(125, -85), white, 0)) << TestDescribe(At(125, -85));
-    EXPECT_TRUE(TestNear(At(155, -60), TestRgba{0, 0, 0, 0}, 0));
+    EXPECT_TRUE(TestPixelNear(At(75, -35), red, kTestExact));
+    EXPECT_TRUE(TestPixelNear(At(125, -85), white, kTestExact));
+    EXPECT_TRUE(TestPixelNear(At(155, -60), TestRgba{0, 0, 0, 0}, kTestExact));
     VXGfxMeshFree(unit);
     VXGfxMeshFree(rect);
     VXGfxTextureUnload(texture);
@@ -303,6 +305,52 @@ TEST_F(Renderer, MeshesTakeTheWholeStagingListOnce) {
     EndFrame();
     VXGfxMeshFree(six);
     VXGfxMeshFree(none);
+}
+
+// A draw leaves the vertex arrays as it found them (off) and no buffer
+// bound, so whatever anyone draws in between, the next mesh still draws:
+// here the engine's own lines, which switch arrays on and off themselves.
+TEST_F(Renderer, AMeshDrawsAfterLinesAndLeavesNoArrayOnOrBufferBound) {
+    VXGfxMesh* left = Rect(-300, -100, -100, 100, 0xFF00FF00);
+    VXGfxMesh* right = Rect(100, -100, 300, 100, 0xFF0000FF);
+    const unsigned char texel[] = {255, 0, 0, 255};
+    VXGfxTexture* red = VXGfxTextureLoadFromMemory(texel, 1, 1);
+    for (int mode : {VX_GFX_RENDER_COLOR, VX_GFX_RENDER_TEXTURE}) {
+        const char* name = mode == VX_GFX_RENDER_COLOR ? "colour program" : "texture program";
+        VXSysFrameStart();
+        VXGfxSetBlendMode(VX_GFX_BLEND_NONE);
+        VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
+        Apply(kPlain);
+        VXGfxSetTransform(gIdentity);
+        VXGfxMeshDraw(left, VX_GFX_DRAW_TRIANGLES);
+        VXGfxLine(-300, 200, 0, 1, 1, 1, 1, 300, 200, 0, 1, 1, 1, 1);
+        VXGfxAxis(50);
+        VXGfxSetRenderMode(mode);
+        Apply(kPlain);
+        VXGfxTextureSet(red, 0, 0);
+        VXGfxSetTransform(gIdentity);
+        VXGfxMeshDraw(right, VX_GFX_DRAW_TRIANGLES);
+        GLint program = 0, bound = -1, maxAttributes = 0;
+        glGetIntegerv(GL_CURRENT_PROGRAM, &program);
+        glGetIntegerv(GL_ARRAY_BUFFER_BINDING, &bound);
+        glGetIntegerv(GL_MAX_VERTEX_ATTRIBS, &maxAttributes);
+        EXPECT_EQ(bound, 0) << name;
+        for (GLint i = 0; i < maxAttributes; ++i) {
+            GLint on = -1;
+            glGetVertexAttribiv((GLuint)i, GL_VERTEX_ATTRIB_ARRAY_ENABLED, &on);
+            EXPECT_EQ(on, GL_FALSE) << name << ": array " << i << " left on";
+        }
+        EndFrame();
+        const TestRgba want =
+            mode == VX_GFX_RENDER_COLOR ? TestRgba{0, 0, 255, 255} : TestRgba{255, 0, 0, 255};
+        EXPECT_TRUE(TestPixelNear(At(-200, 0), TestRgba{0, 255, 0, 255}, kTestExact))
+            << name << ", the mesh drawn before the lines";
+        EXPECT_TRUE(TestPixelNear(At(200, 0), want, kTestExact))
+            << name << ", the mesh drawn after the lines";
+    }
+    VXGfxMeshFree(left);
+    VXGfxMeshFree(right);
+    VXGfxTextureUnload(red);
 }
 
 TEST_F(Renderer, MissingCorruptAndOverlongPicturesNeverFail) {
@@ -336,7 +384,7 @@ TEST_F(Renderer, MissingCorruptAndOverlongPicturesNeverFail) {
         VXGfxMeshDraw(rect, VX_GFX_DRAW_TRIANGLES);
         EndFrame();
         // The placeholder's top-left texel is magenta.
-        EXPECT_TRUE(TestNear(At(-75, 75), TestRgba{255, 0, 255, 0}, 0)) << c.name;
+        EXPECT_TRUE(TestPixelNear(At(-75, 75), TestRgba{255, 0, 255, 0}, kTestExact)) << c.name;
         VXGfxTextureUnload(t);
     }
     VXGfxTextureUnload(nullptr);

@@ -1,3 +1,4 @@
+// CTest label: tools
 // The pictures in Resources: every name the game opens exists and decodes,
 // sizes and sprite-sheet grids fit how the game draws them, the cursor's tip
 // and the health bar's window sit where the game needs them, the generator

@@ -1,3 +1,4 @@
+// CTest label: tools
 // The generated sound set: every file the game opens exists after a build,
 // decodes as 44.1 kHz stereo Vorbis, has a fitting length, loops without a
 // click, peaks below -1 dBFS, sits at the common loudness, and comes out

@@ -4,12 +4,14 @@
 // independently), and the removal of dead monsters.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <typeinfo>
 #include <vector>
 
 #include "BeachGoblin.h"
+#include "BeachGoblinKing.h"
 #include "Goblin.h"
 #include "GoblinKing.h"
 #include "Level.h"
@@ -72,45 +74,47 @@ std::vector<int> Percentages(unsigned seed, int count) {
 
 } // namespace
 
-// One release every 300 updates from a timer at 0; kind, tile and tier per
-// level and wave.
+// One release every 300 updates from a timer at 0; kind, tier and tile per
+// level and wave, for all eighteen waves of the game.
 TEST_F(Spawner, WaveContentsAndReleaseFrames) {
+    const std::vector<int> tutorial = {5}, level2 = {5, 90, 99}, level3 = {1, 9, 90, 99},
+                           level6 = {3, 7, 50, 59, 92, 97}, boss = {5}, wraith = {10};
     struct Case {
-        const char* name;
         int level;
         unsigned wave;
         size_t count;
         const std::type_info& kind;
-        int tier, fixedTile; // -1: random tile
+        int tier;
+        const std::vector<int>& tiles; // where a release may stand
     } cases[] = {
-        {"level 1 wave 1: three goblins on tile 5", 1, 1, 3, typeid(Goblin), 1, 5},
-        {"level 1 wave 2: three goblins", 1, 2, 3, typeid(Goblin), 1, 5},
-        {"level 2 wave 3: the goblin king on tile 5", 2, 3, 1, typeid(GoblinKing), 2, 5},
-        {"level 3 wave 1: five beach goblins", 3, 1, 5, typeid(BeachGoblin), 1, -1},
-        {"level 4 wave 2: seven spiderlings", 4, 2, 7, typeid(Spiderling), 1, -1},
-        {"level 4 wave 3: the brood mother", 4, 3, 1, typeid(SpiderBoss), 2, 5},
-        {"level 5 wave 1: eight yetis", 5, 1, 8, typeid(Yeti), 1, -1},
-        {"level 5 wave 3: the wraith on tile 10", 5, 3, 1, typeid(WraithBoss), 2, 10},
-        {"level 6 wave 1: eleven yetis", 6, 1, 11, typeid(Yeti), 1, -1},
-        {"level 6 wave 3: the wraith", 6, 3, 1, typeid(WraithBoss), 2, 10},
+        {1, 1, 3, typeid(Goblin), 1, tutorial},      {1, 2, 3, typeid(Goblin), 1, tutorial},
+        {1, 3, 0, typeid(Goblin), 0, tutorial},      {2, 1, 5, typeid(Goblin), 1, level2},
+        {2, 2, 5, typeid(Goblin), 1, level2},        {2, 3, 1, typeid(GoblinKing), 2, boss},
+        {3, 1, 5, typeid(BeachGoblin), 1, level3},   {3, 2, 5, typeid(BeachGoblin), 1, level3},
+        {3, 3, 1, typeid(BeachGoblinKing), 2, boss}, {4, 1, 7, typeid(Spiderling), 1, level3},
+        {4, 2, 7, typeid(Spiderling), 1, level3},    {4, 3, 1, typeid(SpiderBoss), 2, boss},
+        {5, 1, 8, typeid(Yeti), 1, level2},          {5, 2, 8, typeid(Yeti), 1, level2},
+        {5, 3, 1, typeid(WraithBoss), 2, wraith},    {6, 1, 11, typeid(Yeti), 1, level6},
+        {6, 2, 11, typeid(Yeti), 1, level6},         {6, 3, 1, typeid(WraithBoss), 2, wraith},
     };
     for (const Case& c : cases) {
+        const std::string name =
+            "level " + std::to_string(c.level) + " wave " + std::to_string(c.wave);
         gWaveSpawner.Clear();
         gWaveSpawner.spawnTimer = 0.0f;
         Start(c.level, c.wave);
         std::vector<int> at = RunReleases(c.count + 1, 300 * (int)c.count + 600);
         std::vector<int> want;
         for (size_t i = 1; i <= c.count; ++i) want.push_back(300 * (int)i);
-        EXPECT_EQ(at, want) << c.name;
-        EXPECT_TRUE(gWaveSpawner.isDone) << c.name;
+        EXPECT_EQ(at, want) << name;
+        EXPECT_TRUE(gWaveSpawner.isDone) << name;
         for (const auto& m : gWaveSpawner.monsterList) {
-            EXPECT_EQ(typeid(*m), c.kind) << c.name;
-            EXPECT_EQ(m->tier, c.tier) << c.name;
-            EXPECT_NE(m->pMesh, nullptr) << c.name;
-            EXPECT_FLOAT_EQ(m->transform.m[0][2], m->posX) << c.name;
-            if (c.fixedTile >= 0) {
-                EXPECT_EQ(TileOf(*m), c.fixedTile) << c.name;
-            }
+            EXPECT_EQ(typeid(*m), c.kind) << name;
+            EXPECT_EQ(m->tier, c.tier) << name;
+            EXPECT_NE(m->pMesh, nullptr) << name;
+            EXPECT_FLOAT_EQ(m->transform.m[0][2], m->posX) << name;
+            EXPECT_NE(std::find(c.tiles.begin(), c.tiles.end(), TileOf(*m)), c.tiles.end())
+                << name << ": released on tile " << TileOf(*m);
         }
     }
 }
@@ -200,6 +204,17 @@ TEST_F(Spawner, RandomTilesFollowTheSequence) {
             }
         }
     }
+}
+
+// The draw at a band's edge: seed 4002 makes the first draw 13107, and
+// 13107 / 32767 x 100 = 40.0006 gives r = 40, the first r of tile 90 in
+// level 2 (a draw scaled by anything short of 100 would give 39, tile 5).
+TEST_F(Spawner, ADrawOnABandEdgeTakesTheUpperBand) {
+    Start(2, 1);
+    VXSeedRand(4002);
+    RunReleases(1, 300);
+    ASSERT_EQ(gWaveSpawner.monsterList.size(), 1u);
+    EXPECT_EQ(TileOf(*gWaveSpawner.monsterList[0]), 90);
 }
 
 // Every dead monster goes in the same update; the living keep their order.

@@ -9,10 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "Audio.h"
 #include "GameMain.h"
 #include "GameStateManager.h"
 #include "PauseOverlay.h"
 #include "TestSupport.h"
+#include "TestTone.h"
 #include "VXFrameRateController.h"
 #include "VXInput.h"
 #include "VXSeam.h"
@@ -146,16 +148,17 @@ TEST_F(StateLoop, ANewStateSeesThePreviousStatesLastFrameTime) {
     EXPECT_EQ(gFirstFrameTimes[1], 1.0f / 60.0f);
 }
 
-// Presses Escape (down one frame, up the next) at the given frames.
+// Presses Escape at the given frames and lets it go `held` frames later.
 struct EscapePlan {
     unsigned long start;
     std::vector<unsigned long> presses;
+    unsigned long held = 1;
 };
 void PressEscape(unsigned long frame, void* user) {
     EscapePlan& plan = *static_cast<EscapePlan*>(user);
     for (unsigned long p : plan.presses) {
         if (frame == plan.start + p) VXSeamInjectKey(VX_KEY_ESCAPE, true);
-        if (frame == plan.start + p + 1) VXSeamInjectKey(VX_KEY_ESCAPE, false);
+        if (frame == plan.start + p + plan.held) VXSeamInjectKey(VX_KEY_ESCAPE, false);
     }
 }
 
@@ -180,6 +183,77 @@ TEST_F(StateLoop, EscapeTogglesPauseInALevelOnlyAndHidesTheHelpPicture) {
     EXPECT_FALSE(gPaused);
     EXPECT_EQ(Joined(), "A.load A.init(prev 5) A.update A.draw A.update A.draw A.update A.draw "
                         "A.update A.draw A.free A.unload");
+}
+
+// Escape held down for six frames is one press: the game pauses once and
+// stays paused.
+TEST_F(StateLoop, EscapeHeldForSeveralFramesTogglesPauseOnce) {
+    EscapePlan plan{VXSeamFramesPresented(), {1}, 6};
+    VXSeamSetFrameHook(PressEscape, &plan);
+    gQuitAfterDraws = 10;
+    Run(GS_LEVEL);
+    // Frames counted from 0: pressed after frame 1, seen (triggered) in
+    // frame 2, which toggles; still down until after frame 7, it is never
+    // triggered again. Frames 0 to 2 update, the seven after them only draw.
+    EXPECT_EQ(Joined(), "L.load L.init(prev 2) L.update L.draw L.update L.draw L.update L.draw "
+                        "L.draw L.draw L.draw L.draw L.draw L.draw L.draw L.free L.unload");
+    EXPECT_TRUE(gPaused);
+}
+
+// The six channel slots, each playing a looping tone, as each update and
+// each draw find them ('>' playing, 'P' held, 'x' not playing). The pause
+// menu goes up in draw 1 and down in draw 2; a dialog opens in draw 3 and
+// closes in draw 4; update 3 ends the run.
+struct ChannelWatch {
+    std::vector<std::string> seen;
+    int updates = 0, draws = 0;
+};
+ChannelWatch gWatch;
+std::string SlotStates() {
+    std::string states;
+    for (SoundChannel* slot : {&gChannelArrow, &gChannelAmbience, &gChannelFinalWave, &gChannelMenu,
+                               &gChannelLose, &gChannelWin}) {
+        bool paused = false, playing = false;
+        ChannelIsPlaying(*slot, &playing);
+        ChannelGetPaused(*slot, &paused);
+        states += !playing ? 'x' : paused ? 'P' : '>';
+    }
+    return states;
+}
+void WatchUpdate() {
+    gWatch.seen.push_back("update " + SlotStates());
+    if (++gWatch.updates == 3) gGameStateNext = GS_QUIT;
+}
+void WatchDraw() {
+    gWatch.seen.push_back("draw " + SlotStates());
+    ++gWatch.draws;
+    gPaused = gWatch.draws == 1;
+    gConfirmOpen = gWatch.draws == 3;
+}
+
+TEST_F(StateLoop, AnOverlayHoldsAllSixChannelsAndTheNextUpdateResumesThem) {
+    char dir[] = "/tmp/quarrow-loop-XXXXXX";
+    ASSERT_NE(mkdtemp(dir), nullptr);
+    const std::string tone = std::string(dir) + "/tone.ogg";
+    ASSERT_TRUE(WriteToneOgg(tone, 0.5f, 1, 0.5f));
+    Sound sound;
+    ASSERT_EQ(SoundCreate(gLevelSoundSystem, tone.c_str(), &sound), SOUND_OK);
+    for (SoundChannel* slot : {&gChannelArrow, &gChannelAmbience, &gChannelFinalWave, &gChannelMenu,
+                               &gChannelLose, &gChannelWin})
+        AudioPlayIntoSlot(gLevelSoundSystem, sound, slot, true);
+    gGameStateTable[A].update = WatchUpdate;
+    gGameStateTable[A].draw = WatchDraw;
+    gWatch = {};
+    Run(A);
+    gConfirmOpen = false;
+    // Held from the overlay's frame until the next frame that updates, which
+    // resumes all six before its update runs.
+    EXPECT_EQ(gWatch.seen, (std::vector<std::string>{"update >>>>>>", "draw >>>>>>", "draw PPPPPP",
+                                                     "update >>>>>>", "draw >>>>>>",
+                                                     "update >>>>>>", "draw >>>>>>"}));
+    SoundRelease(sound);
+    std::remove(tone.c_str());
+    rmdir(dir);
 }
 
 void CloseAt(unsigned long frame, void* user) {

@@ -51,7 +51,8 @@ class Text : public ::testing::Test {
                 ink.maxX = std::fmax(ink.maxX, x);
                 ink.minY = std::fmin(ink.minY, y);
                 ink.maxY = std::fmax(ink.maxY, y);
-                if (!TestNear({p[0], p[1], p[2], p[3]}, expected, 2)) ink.allNear = false;
+                if (!TestPixelNear({p[0], p[1], p[2], p[3]}, expected, kTestTwoRoundings))
+                    ink.allNear = false;
             }
         return ink;
     }
@@ -174,9 +175,11 @@ TEST_F(Text, PrintingLeavesTheRendererAsItWas) {
     int w = 0, h = 0;
     std::vector<unsigned char> rgba = TestReadFrame(w, h);
     TestRgba inside = TestPixelAtWorld(rgba, w, h, 150, 0);
-    EXPECT_TRUE(TestNear(inside, {255, 255, 255, 0}, 2)) << TestDescribe(inside);
-    EXPECT_TRUE(TestNear(TestPixelAtWorld(rgba, w, h, 205, 0), {0, 0, 0, 0}, 2));
-    EXPECT_TRUE(TestNear(TestPixelAtWorld(rgba, w, h, 95, 0), {0, 0, 0, 0}, 2));
+    EXPECT_TRUE(TestPixelNear(inside, {255, 255, 255, 0}, kTestTwoRoundings));
+    EXPECT_TRUE(
+        TestPixelNear(TestPixelAtWorld(rgba, w, h, 205, 0), {0, 0, 0, 0}, kTestTwoRoundings));
+    EXPECT_TRUE(
+        TestPixelNear(TestPixelAtWorld(rgba, w, h, 95, 0), {0, 0, 0, 0}, kTestTwoRoundings));
     GLint viewport[4];
     glGetIntegerv(GL_VIEWPORT, viewport);
     EXPECT_EQ(viewport[0], 0);

@@ -9,8 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <vector>
 
 #include "VXInput.h"
@@ -51,13 +53,30 @@ class TowerDrag : public ::testing::Test {
             tile.occupant = (int)towerList.size() - 1;
         }
     }
+    // A logical pixel as the platform reports the cursor, in screen pixels:
+    // in full screen (scale above 1) the first screen pixel past p x scale,
+    // which the engine divides and truncates back to p (a screen pixel spans
+    // 1 / scale < 1 logical pixel, so p x scale + 0.01 rounded up stays
+    // inside logical pixel p).
+    static int ScreenPixel(int p, float scale) {
+        return scale == 1.0f ? p : (int)std::ceil((float)p * scale + 0.01f);
+    }
     // One frame of the mouse over a tile's centre.
     static void Mouse(bool down, int tileIndex) {
         std::memcpy(gVXInputKeyPrev, gVXInputKeyCurr, 256);
         gVXInputKeyCurr[VX_KEY_LBUTTON] = down ? 0x80 : 0;
-        gVXInputCursorX = (int)tileList[tileIndex]->posX + 400;
-        gVXInputCursorY = 300 - (int)tileList[tileIndex]->posY;
+        gVXInputCursorX = ScreenPixel((int)tileList[tileIndex]->posX + 400, gVXWinScaleX);
+        gVXInputCursorY = ScreenPixel(300 - (int)tileList[tileIndex]->posY, gVXWinScaleY);
         HandleTowerDrag();
+    }
+    // Runs the body in the window and again in full screen (the test
+    // display is 1280 x 1024: scales 1.6 and 1.7066...), where the game
+    // starts and the cursor comes in screen pixels.
+    template <class Body> static void InWindowAndFullScreen(Body body) {
+        body("window");
+        VXToogleFullScreen(true);
+        body("full screen");
+        VXToogleFullScreen(false);
     }
     // Press on the first tile, hold over the others, release on the last.
     static void Drag(const std::vector<int>& path) {
@@ -147,19 +166,22 @@ TEST_F(TowerDrag, DragAndMergeMatrix) {
          false},
         {"second tier to a free tile", {{53, 2}}, {53, 54}, {{53, 0}, {54, 2}}, 1, true},
     };
-    for (const Case& c : cases) {
-        NewBoard(c.towers);
-        Drag(c.path);
-        for (auto [index, tier] : c.expected)
-            EXPECT_EQ(tier, TierOn(index)) << c.name << ", tile " << index;
-        EXPECT_EQ(c.towerCount, towerList.size()) << c.name;
-        EXPECT_EQ(c.moved, gTutorialMoved) << c.name;
-        EXPECT_EQ(-1, gDragTower) << c.name;
-        EXPECT_FALSE(gDropBlocked) << c.name;
-        EXPECT_FALSE(gMergePending) << c.name;
-        ExpectEveryTowerNamedOnce(c.name);
-        for (const auto& tower : towerList) EXPECT_EQ(1.0f, tower->tintColor[3]) << c.name;
-    }
+    InWindowAndFullScreen([&](const char* screen) {
+        for (const Case& c : cases) {
+            const std::string name = std::string(c.name) + ", " + screen;
+            NewBoard(c.towers);
+            Drag(c.path);
+            for (auto [index, tier] : c.expected)
+                EXPECT_EQ(tier, TierOn(index)) << name << ", tile " << index;
+            EXPECT_EQ(c.towerCount, towerList.size()) << name;
+            EXPECT_EQ(c.moved, gTutorialMoved) << name;
+            EXPECT_EQ(-1, gDragTower) << name;
+            EXPECT_FALSE(gDropBlocked) << name;
+            EXPECT_FALSE(gMergePending) << name;
+            ExpectEveryTowerNamedOnce(name.c_str());
+            for (const auto& tower : towerList) EXPECT_EQ(1.0f, tower->tintColor[3]) << name;
+        }
+    });
 }
 
 TEST_F(TowerDrag, MergeRenumbersTheOtherTowers) {

@@ -10,6 +10,8 @@
 
 #include <AL/al.h>
 #include <AL/alc.h>
+#include <fcntl.h>
+#include <unistd.h>
 // The thread-local context of the decoder thread is an OpenAL Soft extension.
 #define AL_ALEXT_PROTOTYPES
 #include <AL/alext.h>
@@ -25,6 +27,8 @@
 #include <mutex>
 #include <thread>
 #include <vector>
+
+#include "GameMain.h"
 
 namespace {
 
@@ -121,13 +125,35 @@ static const char* const kErrorTexts[SOUND_RESULT_COUNT] = {
     "The sound output reported an error.",
 };
 
-// Opens the shared output device once; a failure is remembered so that the
-// platform's error chatter is printed only once per run.
+// Opens the default output device with standard error silenced. Without a
+// sound card every backend OpenAL tries reports its failure in its own words
+// (ALSA alone prints eight lines), each library with its own switch or none;
+// none of it tells a player more than the one line the probe prints.
+static ALCdevice* OpenDeviceQuietly() {
+    std::fflush(stderr);
+    const int saved = dup(STDERR_FILENO);
+    const int quiet = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (saved < 0 || quiet < 0 || dup2(quiet, STDERR_FILENO) < 0) {
+        if (saved >= 0) close(saved);
+        if (quiet >= 0) close(quiet);
+        return alcOpenDevice(nullptr);
+    }
+    ALCdevice* device = alcOpenDevice(nullptr);
+    std::fflush(stderr);
+    dup2(saved, STDERR_FILENO);
+    close(saved);
+    close(quiet);
+    return device;
+}
+
+// Opens the shared output device once; a failure is remembered and said in
+// one line, and the game runs silent.
 static bool DeviceProbe() {
     if (sDevice) return true;
     if (sDeviceProbed) return false;
     sDeviceProbed = true;
-    sDevice = alcOpenDevice(nullptr);
+    sDevice = OpenDeviceQuietly();
+    if (!sDevice) std::fprintf(stderr, "No sound device: the game runs without sound.\n");
     return sDevice != nullptr;
 }
 
@@ -564,9 +590,7 @@ const char* SoundErrorString(int result) {
 // its sound on: report and stop.
 void CheckSoundResult(int result) {
     if (result == SOUND_OK) return;
-    std::printf("FMOD error! (%d) %s\n", result, SoundErrorString(result));
-    std::fflush(stdout);
-    std::exit(-1);
+    GameFatalExit(-1, "FMOD error! (%d) %s\n", result, SoundErrorString(result));
 }
 
 // Play, optional loop, then the master volume: the order every caller uses.

@@ -2,6 +2,9 @@
 // orderly shutdown.
 #include "GameMain.h"
 
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
 #include <ctime>
 
 #include "Audio.h"
@@ -87,6 +90,15 @@ void GameShutdown(void) {
     FreeInterfaceArt();
     GameStatesFreeObjects();
     VXSysExit();
+}
+
+void GameFatalExit(int status, const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    std::vprintf(format, arguments);
+    va_end(arguments);
+    std::fflush(stdout);
+    std::exit(status);
 }
 
 int GameMain(void) {

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "GameMain.h"
 #include "GameStates.h"
 
 int gGameStateCurr = GS_SPLASH_SCREEN;
@@ -44,9 +45,7 @@ void GameStateManagerBind(void) {
     if (gGameStateCurr == GS_RESTART || gGameStateCurr == GS_QUIT) return;
     if (gGameStateCurr < 0 || gGameStateCurr > GS_QUIT ||
         gGameStateTable[gGameStateCurr].load == nullptr) {
-        std::printf("VX_FATAL_ERROR: invalid state!!");
-        std::fflush(stdout);
-        std::exit(1);
+        GameFatalExit(1, "VX_FATAL_ERROR: invalid state!!");
     }
     const GameStateOps& ops = gGameStateTable[gGameStateCurr];
     GameStateLoad = ops.load;

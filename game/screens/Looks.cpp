@@ -20,7 +20,10 @@ VXGfxTexture* LookPicture(const char* file) {
     return picture;
 }
 
-VXGfxTexture* LookFor(const char* const* table, int count, int n) {
+// One function for every table size: g++ 12 folds the identical template
+// instances of an inline lookup and then warns that a 4-entry table is read
+// as a 5-entry one.
+VXGfxTexture* LookInTable(const char* const* table, int count, int n) {
     return (n >= 1 && n <= count) ? LookPicture(table[n - 1]) : nullptr;
 }
 

@@ -15,11 +15,11 @@
 // The picture of a look file, decoded on the first request. The looks own
 // it: callers borrow it and never unload it.
 VXGfxTexture* LookPicture(const char* file);
-// The picture of look n of a family whose entry n - 1 is the file of look
-// n; a number outside the table gives no picture.
-VXGfxTexture* LookFor(const char* const* table, int count, int n);
+// The picture of look n of a family of count looks whose entry n - 1 is the
+// file of look n; a number outside the table gives no picture.
+VXGfxTexture* LookInTable(const char* const* table, int count, int n);
 template <int N> VXGfxTexture* LookFor(const char* const (&table)[N], int n) {
-    return LookFor(table, N, n);
+    return LookInTable(table, N, n);
 }
 // Unloads every look picture (at shutdown, while the renderer still runs).
 void LooksFree(void);

@@ -1,5 +1,6 @@
 // Crystal: strikes, the lose flag, the shard fountain and the health bar
-// updates.
+// updates. Its draws rand() / 32767.0 rounded to float are VXRandFloat's
+// values for every draw (the double quotient rounds to the same float).
 //
 // Depends on: GameObject, WaveSpawner, Healthbar, VXGraphics, VXSystem (VXRand).
 // Limits: see Crystal.h.
@@ -13,26 +14,10 @@
 
 bool gLevelLost = false;
 
-namespace {
-
-// A fresh draw in [0, 1] from the runtime's shared sequence.
-float Rand01() {
-    return (float)(VXRand() / 32767.0);
-}
-
-} // namespace
-
 // A disc of radius 0.5 in twelve slices, drawn once per shard.
 Crystal::Crystal() {
     pTexture = VXGfxTextureLoad("./Resources/crystal.png");
-    for (int i = 0; i < 12; ++i) {
-        const float a0 = (float)i * 2.0f * 3.1415925f / 12.0f;
-        const float a1 = (float)(i + 1) * 2.0f * 3.1415925f / 12.0f;
-        VXGfxTriAdd(0.0f, 0.0f, 0xFFFFFFFF, 0.0f, 0.0f, (float)(0.5 * cos(a0)),
-                    (float)(0.5 * sin(a0)), 0xFFFFFFFF, 0.0f, 0.0f, (float)(0.5 * cos(a1)),
-                    (float)(0.5 * sin(a1)), 0xFFFFFFFF, 0.0f, 0.0f);
-    }
-    pShardMesh = VXGfxMeshEnd();
+    pShardMesh = BuildDiscMesh(3.1415925f);
 }
 
 // Picture and shard disc are the crystal's own; the sprite mesh goes with the base.
@@ -78,8 +63,8 @@ void Crystal::Update() {
                 // Only shards at rest or falling are thrown up again.
                 for (int i = 0; i < CRYSTAL_SHARD_COUNT; ++i) {
                     if (shardVel[i].y <= 0.0f) {
-                        shardVel[i].x = Rand01() * 3.0f - 1.5f;
-                        shardVel[i].y = Rand01() * 4.0f;
+                        shardVel[i].x = VXRandFloat() * 3.0f - 1.5f;
+                        shardVel[i].y = VXRandFloat() * 4.0f;
                     }
                 }
                 // The fill keeps its bottom at y = -100 and loses its top.
@@ -105,17 +90,17 @@ void Crystal::Update() {
 
     for (int i = 0; i < CRYSTAL_SHARD_COUNT; ++i) {
         if (isBursting) shardVel[i].y -= 0.5f;
-        shardPos[i].x += shardVel[i].x * Rand01();
-        shardPos[i].y += shardVel[i].y * Rand01();
+        shardPos[i].x += shardVel[i].x * VXRandFloat();
+        shardPos[i].y += shardVel[i].y * VXRandFloat();
         shardScale[i].x -= 0.1f;
         shardScale[i].y -= 0.1f;
         // A shrunk shard reappears near the centre with a new size, at rest:
         // the idle shimmer.
         if (shardScale[i].x <= 0.0f) {
-            const float s = Rand01() * 12.0f;
+            const float s = VXRandFloat() * 12.0f;
             shardScale[i] = {s, s};
-            shardPos[i].x = Rand01() * 2.0f - 1.0f + posX;
-            shardPos[i].y = Rand01() * 2.0f - 1.0f + posY;
+            shardPos[i].x = VXRandFloat() * 2.0f - 1.0f + posX;
+            shardPos[i].y = VXRandFloat() * 2.0f - 1.0f + posY;
             shardVel[i] = {0.0f, 0.0f};
         }
     }
@@ -136,13 +121,8 @@ void Crystal::Update() {
 void Crystal::DrawShards() {
     if (!pShardMesh) return;
     for (int i = 0; i < CRYSTAL_SHARD_COUNT; ++i) {
-        VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
-        VXGfxSetBlendMode(VX_GFX_BLEND_ADDITIVE);
-        VXGfxTextureSet(nullptr, 0.0f, 0.0f);
-        const float a = Rand01();
-        const float g = Rand01();
-        VXGfxSetTintColor(0.0f, g, 1.0f, a);
-        VXGfxSetTransform(shardTransform[i].m);
-        VXGfxMeshDraw(pShardMesh, VX_GFX_DRAW_TRIANGLES);
+        const float a = VXRandFloat();
+        const float g = VXRandFloat();
+        DrawGlowDot(pShardMesh, shardTransform[i], 0.0f, g, 1.0f, a);
     }
 }

@@ -6,6 +6,7 @@
 // transparency every call; nothing is cached between calls.
 #include "GameObject.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -48,6 +49,26 @@ void GameObject::BuildFrameQuad(float uSpan, float vSpan, const char* func, cons
                 1.0f, 0xFFFFFFFF, 0.0f, 0.0f);
     pMesh = VXGfxMeshEnd();
     if (!pMesh) GameObjectMeshFailed(func, file, line);
+}
+
+VXGfxMesh* BuildDiscMesh(float pi) {
+    for (int i = 0; i < 12; ++i) {
+        const float a0 = (float)i * 2.0f * pi / 12.0f;
+        const float a1 = (float)(i + 1) * 2.0f * pi / 12.0f;
+        VXGfxTriAdd(0.0f, 0.0f, 0xFFFFFFFF, 0.0f, 0.0f, (float)(0.5 * cos(a0)),
+                    (float)(0.5 * sin(a0)), 0xFFFFFFFF, 0.0f, 0.0f, (float)(0.5 * cos(a1)),
+                    (float)(0.5 * sin(a1)), 0xFFFFFFFF, 0.0f, 0.0f);
+    }
+    return VXGfxMeshEnd();
+}
+
+void DrawGlowDot(VXGfxMesh* disc, VXMtx33& transform, float r, float g, float b, float a) {
+    VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
+    VXGfxSetBlendMode(VX_GFX_BLEND_ADDITIVE);
+    VXGfxTextureSet(nullptr, 0.0f, 0.0f);
+    VXGfxSetTintColor(r, g, b, a);
+    VXGfxSetTransform(transform.m);
+    VXGfxMeshDraw(disc, VX_GFX_DRAW_TRIANGLES);
 }
 
 // Scale on the diagonal, position in the third column.
@@ -94,6 +115,25 @@ void ObjectList::DrawObject(GameObject& obj, float framesU, float framesV) {
     VXGfxMeshDraw(obj.pMesh, VX_GFX_DRAW_TRIANGLES);
 }
 
+namespace {
+
+// One axis of the sweep: when b, moving at v relative to a, enters and
+// leaves a's extent within the frame; false when it moves away from a.
+bool SweepAxis(float aMin, float aMax, float bMin, float bMax, float v, float& enter, float& exit) {
+    if (v < 0.0f) {
+        if (aMin > bMax) return false;
+        if (bMin > aMax) enter = (aMax - bMin) / v;
+        if (bMax > aMin) exit = (aMin - bMax) / v;
+    } else if (v > 0.0f) {
+        if (bMin > aMax) return false;
+        if (aMin > bMax) enter = (aMin - bMax) / v;
+        if (aMax > bMin) exit = (aMax - bMin) / v;
+    }
+    return true;
+}
+
+} // namespace
+
 // Static test first; the swept part only matters for moving boxes, which
 // the game never passes but the test keeps for callers that might.
 bool RectsOverlap(const BoundingBox& a, const VXVec2& velA, const BoundingBox& b,
@@ -105,24 +145,8 @@ bool RectsOverlap(const BoundingBox& a, const VXVec2& velA, const BoundingBox& b
     const float vy = velB.y - velA.y;
     float enterX = 0.0f, exitX = dt, enterY = 0.0f, exitY = dt;
 
-    if (vx < 0.0f) {
-        if (a.minX > b.maxX) return false;
-        if (b.minX > a.maxX) enterX = (a.maxX - b.minX) / vx;
-        if (b.maxX > a.minX) exitX = (a.minX - b.maxX) / vx;
-    } else if (vx > 0.0f) {
-        if (b.minX > a.maxX) return false;
-        if (a.minX > b.maxX) enterX = (a.minX - b.maxX) / vx;
-        if (a.maxX > b.minX) exitX = (a.maxX - b.minX) / vx;
-    }
-    if (vy < 0.0f) {
-        if (a.minY > b.maxY) return false;
-        if (b.minY > a.maxY) enterY = (a.maxY - b.minY) / vy;
-        if (b.maxY > a.minY) exitY = (a.minY - b.maxY) / vy;
-    } else if (vy > 0.0f) {
-        if (b.minY > a.maxY) return false;
-        if (a.minY > b.maxY) enterY = (a.minY - b.maxY) / vy;
-        if (a.maxY > b.minY) exitY = (a.maxY - b.minY) / vy;
-    }
+    if (!SweepAxis(a.minX, a.maxX, b.minX, b.maxX, vx, enterX, exitX)) return false;
+    if (!SweepAxis(a.minY, a.maxY, b.minY, b.maxY, vy, enterY, exitY)) return false;
     if (vy == 0.0f && (a.minY > b.maxY || b.minY > a.maxY)) return false;
     if (vx == 0.0f && (a.minX > b.maxX || b.minX > a.maxX)) return false;
 
@@ -141,9 +165,7 @@ void MousePoint(float* x, float* y) {
 // The assertion report of a mesh that could not be built; the game cannot
 // draw without it, so it stops.
 void GameObjectMeshFailed(const char* func, const char* file, int line) {
-    printf("VX_ASSERT_MESG: %s\nLine: %d\nFunc: %s\nFile: %s\n", "pMesh", line, func, file);
-    printf("Mesg: fail to create object!!");
-    printf("\n");
-    fflush(stdout);
-    exit(1);
+    GameFatalExit(
+        1, "VX_ASSERT_MESG: %s\nLine: %d\nFunc: %s\nFile: %s\nMesg: fail to create object!!\n",
+        "pMesh", line, func, file);
 }

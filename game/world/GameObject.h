@@ -71,6 +71,19 @@ extern ObjectList gNextScreenObjects;
 extern ObjectList gOverlayObjects;
 extern ObjectList gLevelObjects;
 
+// The glowing dot of the projectiles' sparks and the crystal's shards: a
+// white disc of radius 0.5 around the origin in twelve slices, slice i from
+// the angle i x 2 pi / 12 to (i + 1) x 2 pi / 12, with the caller's value of
+// pi (the shards use 3.1415925). Angles in single precision, their cosines
+// and sines in double rounded to single, as all of the game's trigonometry.
+VXGfxMesh* BuildDiscMesh(float pi);
+
+// Draws one glowing dot (a spark or a shard): the disc mesh in its vertex
+// colour times the tint (r, g, b, a), added onto what lies below (additive
+// blending, no texture). The blending is left additive: the next textured
+// sprite sets its own.
+void DrawGlowDot(VXGfxMesh* disc, VXMtx33& transform, float r, float g, float b, float a);
+
 // True when the two boxes overlap now or would meet within this frame at
 // the given velocities; boxes that only touch overlap. The game always
 // passes zero velocities.

@@ -15,8 +15,10 @@ bool gBossKilled = false;
 
 namespace {
 
-// The game's shared random sequence (0 to 32767) as a number from 0 to 1.
-double Rand01() {
+// A spark's size and placement multiply the draw rand() / 32767.0 in double
+// precision before rounding to float: 15 x r rounds differently from 15 x
+// the single-precision draw for a quarter of all values.
+double Rand01Double() {
     return VXRand() / 32767.0;
 }
 
@@ -27,14 +29,7 @@ double Rand01() {
 Projectile::Projectile() {
     pTexture = VXGfxTextureLoad("./Resources/crystal.png");
     UpdateBox();
-    for (int i = 0; i < 12; ++i) {
-        const double a0 = 2.0 * M_PI * i / 12.0;
-        const double a1 = 2.0 * M_PI * (i + 1) / 12.0;
-        VXGfxTriAdd(0.0f, 0.0f, 0xFFFFFFFF, 0.0f, 0.0f, (float)(0.5 * cos(a0)),
-                    (float)(0.5 * sin(a0)), 0xFFFFFFFF, 0.0f, 0.0f, (float)(0.5 * cos(a1)),
-                    (float)(0.5 * sin(a1)), 0xFFFFFFFF, 0.0f, 0.0f);
-    }
-    sparkMesh = VXGfxMeshEnd();
+    sparkMesh = BuildDiscMesh((float)M_PI);
 }
 
 // The picture and the spark disc are the projectile's own.
@@ -47,10 +42,10 @@ Projectile::~Projectile() {
 
 // Four draws in a fixed order: width, height, then y and x of the placement.
 void Projectile::SeedSpark(int i, float x, float y) {
-    const double r1 = Rand01();
-    const double r2 = Rand01();
-    const double r3 = Rand01();
-    const double r4 = Rand01();
+    const double r1 = Rand01Double();
+    const double r2 = Rand01Double();
+    const double r3 = Rand01Double();
+    const double r4 = Rand01Double();
     sparkSize[i].x = (float)(15.0 * r1);
     sparkSize[i].y = (float)(15.0 * r2);
     VXMtx33Trans(&sparkLocal[i], (float)(x - 5.0f + 10.0 * r4), (float)(y - 5.0f + 10.0 * r3));
@@ -122,14 +117,9 @@ void Projectile::Move() {
 void Projectile::DrawSparks() {
     if (!sparkMesh) return;
     for (int i = 0; i < PROJECTILE_SPARK_COUNT; ++i) {
-        VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
-        VXGfxSetBlendMode(VX_GFX_BLEND_ADDITIVE);
-        VXGfxTextureSet(nullptr, 0.0f, 0.0f);
-        const float q1 = (float)Rand01();
-        const float q2 = (float)Rand01();
-        const float q3 = (float)Rand01();
-        VXGfxSetTintColor(1.0f, q3, q2, q1);
-        VXGfxSetTransform(sparkWorld[i].m);
-        VXGfxMeshDraw(sparkMesh, VX_GFX_DRAW_TRIANGLES);
+        const float q1 = VXRandFloat();
+        const float q2 = VXRandFloat();
+        const float q3 = VXRandFloat();
+        DrawGlowDot(sparkMesh, sparkWorld[i], 1.0f, q3, q2, q1);
     }
 }

@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "GameMain.h"
+
 TileArray tileList;
 
 namespace {
@@ -120,9 +122,7 @@ int BoardLayoutForLevel(int level) {
 // a bug that must not read past the list.
 Tile& BoardTile(const TileArray& tiles, int tileIndex) {
     if (tileIndex < 0 || (size_t)tileIndex >= tiles.size() || !tiles[tileIndex]) {
-        printf("VX_FATAL_ERROR: tile %d is not on the board!!\n", tileIndex);
-        fflush(stdout);
-        exit(1);
+        GameFatalExit(1, "VX_FATAL_ERROR: tile %d is not on the board!!\n", tileIndex);
     }
     return *tiles[tileIndex];
 }

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "GameMain.h"
+
 TowerArray towerList;
 
 // Projectiles go with their tower; the picture is the tier's, loaded once.
@@ -62,9 +64,7 @@ void Tower::Update(MonsterArray& monsters, Sound arrowSound, SoundSystem* soundS
 // Tower ids are kept in step with the tiles; a bad one is a bug, not play.
 Tower& TowerAt(int id) {
     if (id < 0 || (size_t)id >= towerList.size() || !towerList[id]) {
-        printf("VX_FATAL_ERROR: tower %d does not exist!!\n", id);
-        fflush(stdout);
-        exit(1);
+        GameFatalExit(1, "VX_FATAL_ERROR: tower %d does not exist!!\n", id);
     }
     return *towerList[id];
 }

@@ -69,15 +69,11 @@ int BossTile(int level) {
     return level >= 5 ? 10 : 5;
 }
 
-// 0..100: the integer part of 100 x a draw in [0, 1].
-int DrawPercent(float unit) {
-    return (int)(100.0f * unit);
-}
-
-// Level 2 draws from the sequence directly; the value equals VXRandFloat's.
-int DrawLevelPercent(int level) {
-    if (level == 2) return DrawPercent((float)(VXRand() / 32767.0));
-    return DrawPercent(VXRandFloat());
+// 0..100: the integer part of 100 x a draw in [0, 1]. Level 2's draw,
+// rand() / 32767 rounded to float, is VXRandFloat's value for every draw,
+// so all levels draw alike.
+int DrawPercent() {
+    return (int)(100.0f * VXRandFloat());
 }
 
 } // namespace
@@ -137,9 +133,9 @@ void WaveSpawner::Update() {
         spawnTimer += 1.0f;
         if (regularSpawned < regularTotal) {
             const bool drawsEveryUpdate = (level == 4 || level == 6);
-            int r = drawsEveryUpdate ? DrawLevelPercent(level) : 0;
+            int r = drawsEveryUpdate ? DrawPercent() : 0;
             if (spawnTimer >= spawnInterval) {
-                if (!drawsEveryUpdate) r = DrawLevelPercent(level);
+                if (!drawsEveryUpdate) r = DrawPercent();
                 spawnTimer = 0.0f;
                 Release(monsterList, MakeRegular(level), WaveRegularSpawnTile(level, r), 1);
                 ++regularSpawned;

@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 #include "VXGraphics.h"
 #include "VXSeam.h"
@@ -40,6 +41,15 @@ std::vector<unsigned char> TestReadFrame(int& width, int& height) {
     return rgba;
 }
 
+std::vector<unsigned char> TestDrawFrame(const std::function<void()>& draw, int& width,
+                                         int& height) {
+    VXSysFrameStart();
+    draw();
+    std::vector<unsigned char> rgba = TestReadFrame(width, height);
+    VXSysFrameEnd();
+    return rgba;
+}
+
 TestRgba TestPixelAtWorld(const std::vector<unsigned char>& rgba, int width, int height, float x,
                           float y) {
     // World (x, y) on the 800 x 600 logical window, stretched to the drawable.
@@ -50,9 +60,15 @@ TestRgba TestPixelAtWorld(const std::vector<unsigned char>& rgba, int width, int
     return TestRgba{p[0], p[1], p[2], p[3]};
 }
 
-bool TestNear(TestRgba a, TestRgba b, int tolerance) {
-    return std::abs(a.r - b.r) <= tolerance && std::abs(a.g - b.g) <= tolerance &&
-           std::abs(a.b - b.b) <= tolerance;
+::testing::AssertionResult TestPixelNear(TestRgba actual, TestRgba expected,
+                                         TestTolerance tolerance) {
+    const int t = tolerance.steps;
+    if (std::abs(actual.r - expected.r) <= t && std::abs(actual.g - expected.g) <= t &&
+        std::abs(actual.b - expected.b) <= t)
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure()
+           << "pixel " << TestDescribe(actual) << ", expected " << TestDescribe(expected)
+           << " within " << tolerance.name << " (" << t << " per colour channel)";
 }
 
 std::string TestDescribe(TestRgba c) {
@@ -70,6 +86,30 @@ int TestRunCommand(const std::string& command, std::string& output) {
     while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) output.append(buffer, n);
     int status = pclose(pipe);
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+TileArray TestBoardRecords(int layoutId, const std::vector<int>& towers) {
+    TileArray tiles;
+    for (int i = 0; i < BOARD_TILE_COUNT; ++i) {
+        auto t = std::make_unique<Tile>();
+        t->tileIndex = i;
+        t->moveCost = IsTileOnBoard(layoutId, i) ? 0u : 1000u;
+        tiles.push_back(std::move(t));
+    }
+    tiles[BOARD_GOAL_TILE]->moveCost = 1;
+    for (int t : towers) tiles[t]->moveCost = 2;
+    return tiles;
+}
+
+int TestRunThisProgram(const std::string& filter, const std::string& env, std::string& output,
+                       bool ownDisplay) {
+    char self[4096] = {};
+    ssize_t n = readlink("/proc/self/exe", self, sizeof self - 1);
+    if (n <= 0) return -1000;
+    const std::string display = ownDisplay ? "xvfb-run -a -s '-screen 0 1280x1024x24' " : "";
+    return TestRunCommand("env " + env + " " + display + "'" + std::string(self, size_t(n)) +
+                              "' --gtest_filter=" + filter,
+                          output);
 }
 
 std::string TestBinaryDir() {

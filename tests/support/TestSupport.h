@@ -2,8 +2,13 @@
 // read back pictures, run programs as subprocesses.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <functional>
 #include <string>
 #include <vector>
+
+#include "Tile.h"
 
 struct TestRgba {
     int r, g, b, a;
@@ -18,19 +23,51 @@ void TestEngineStop();
 // TestEngineStart), so leak reports can name and suppress its allocations.
 void TestPinGLDriver();
 
+// Runs one whole frame (frame start, draw, frame end) and returns its
+// picture as drawn, before it was shown.
+std::vector<unsigned char> TestDrawFrame(const std::function<void()>& draw, int& width,
+                                         int& height);
 // Reads the picture drawn so far in this frame (call before VXGfxEnd).
 std::vector<unsigned char> TestReadFrame(int& width, int& height);
 // The pixel under the world point (x, y) of the 800 x 600 logical window in
 // the last TestReadFrame picture (world origin at the centre, y up).
 TestRgba TestPixelAtWorld(const std::vector<unsigned char>& rgba, int width, int height, float x,
                           float y);
-// True when every channel differs by at most tolerance.
-bool TestNear(TestRgba a, TestRgba b, int tolerance);
 std::string TestDescribe(TestRgba c);
+
+// How far a pixel read back may stray from its hand-worked value, per colour
+// channel (alpha is not compared: the presented picture's alpha means
+// nothing), and why that much.
+struct TestTolerance {
+    const char* name;
+    int steps;
+};
+// The value exactly: no arithmetic between the texel or vertex and the pixel.
+constexpr TestTolerance kTestExact = {"exact", 0};
+// One 8-bit step: the driver rounds a blended or tinted value either way.
+constexpr TestTolerance kTestRounding = {"8-bit rounding", 1};
+// Two 8-bit steps: two roundings in a row (a tint, then a blend).
+constexpr TestTolerance kTestTwoRoundings = {"two 8-bit roundings", 2};
+// Every pixel assertion goes through this: its message names the expected
+// and the actual pixel and the tolerance allowed.
+::testing::AssertionResult TestPixelNear(TestRgba actual, TestRgba expected,
+                                         TestTolerance tolerance);
 
 // Runs a shell command, returns its exit status and everything it printed
 // on standard output and standard error.
 int TestRunCommand(const std::string& command, std::string& output);
+
+// A level's board as tile records without meshes (no renderer needed, as
+// the path search sees it): on-board tiles free, the rest off the board
+// (moveCost 1000), the crystal on tile 55, first-tier towers on the given
+// tiles.
+TileArray TestBoardRecords(int layoutId, const std::vector<int>& towers);
+
+// Runs one test of this very program (a gtest filter) in a child process,
+// with extra environment settings ("NAME=value ..."), optionally on an X
+// display of its own; returns its exit status and everything it printed.
+int TestRunThisProgram(const std::string& filter, const std::string& env, std::string& output,
+                       bool ownDisplay = false);
 
 // Where things are: the build folder (the game's working directory), its
 // Resources, the source tree, the game and the driver executables.

@@ -15,8 +15,10 @@
 // first). An event at frame N happens after frame N is drawn, so the game
 // sees it in frame N + 1; a capture at frame N saves frame N's picture.
 //   move X Y        cursor to logical window pixel (X, Y) (800 x 600 window)
-//   press KEY       key or button down (left, right, middle, escape, space,
-//   release KEY     enter, tab, a..z, 0..9, f1..f12, arrows...)
+//   press KEY       key or button down, named as the engine names them
+//   release KEY     (VXPlatformVirtualKeyFromName): lbutton, rbutton, mbutton
+//                   for the mouse; escape, space, enter, tab, a..z, 0..9,
+//                   f1..f12, left, up, right, down for keys
 //   tap KEY         down at this frame, up at the next
 //   click X Y       move there, left button down, up at the next frame
 //   capture PATH    write this frame's picture as PNG
@@ -71,17 +73,6 @@ struct Script {
     int failures = 0;
 };
 
-unsigned char KeyFromName(const std::string& name) {
-    if (name == "left" || name == "lmb") return 1;
-    if (name == "right" || name == "rmb") return 2;
-    if (name == "middle" || name == "mmb") return 4;
-    if (name == "arrowleft") return 37;
-    if (name == "arrowright") return 39;
-    if (name == "arrowup") return 38;
-    if (name == "arrowdown") return 40;
-    return VXPlatformVirtualKeyFromName(name.c_str());
-}
-
 bool ParseInt(const std::string& s, long& out) {
     if (s.empty()) return false;
     char* end = nullptr;
@@ -131,7 +122,7 @@ bool ParseScript(const char* path, Script& script) {
             }
         } else if (cmd == "press" || cmd == "release" || cmd == "tap") {
             if (w.size() != 3) return fail("expected one key name");
-            e.key = KeyFromName(w[2]);
+            e.key = VXPlatformVirtualKeyFromName(w[2].c_str());
             if (!e.key) return fail("unknown key name");
             e.kind = cmd == "release" ? KEY_UP : KEY_DOWN;
             script.events.push_back(e);
