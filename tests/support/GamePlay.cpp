@@ -128,6 +128,8 @@ unsigned long GamePlay::Run(int state, int level, unsigned seed,
         shared.changed.notify_all();
     }
     scriptThread.join();
+    if (shared.script.record_) std::fclose(shared.script.record_);
+    shared.script.record_ = nullptr;
     VXSeamSetFrameHook(nullptr, nullptr);
     VXSeamUseVirtualClock(false);
     shared_ = nullptr;
@@ -174,16 +176,59 @@ unsigned GameScript::FramesInState() const {
     return VXFrameRateControllerGetFrameCount() + 1;
 }
 
+bool GameScript::RecordTo(const std::string& path) {
+    if (record_) std::fclose(record_);
+    record_ = std::fopen(path.c_str(), "w");
+    return record_ != nullptr;
+}
+
+void GameScript::Write(const std::string& event) {
+    if (!record_) return;
+    std::fprintf(record_, "%lu %s\n", presented_ - 1, event.c_str());
+    std::fflush(record_);
+}
+
+void GameScript::Note(const std::string& line) {
+    if (!record_) return;
+    if (line[0] == '#')
+        std::fprintf(record_, "%s\n", line.c_str());
+    else
+        Write(line);
+}
+
+namespace {
+// The driver's name of a key the scripts use.
+std::string KeyName(unsigned char key) {
+    switch (key) {
+    case VX_KEY_LBUTTON:
+        return "lbutton";
+    case VX_KEY_ESCAPE:
+        return "escape";
+    case VX_KEY_SPACE:
+        return "space";
+    case VX_KEY_RETURN:
+        return "return";
+    default:
+        if ((key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9')) return std::string(1, key);
+        if (key >= VX_KEY_F1 && key < VX_KEY_F1 + 12) return "f" + std::to_string(key - 111);
+        return "?";
+    }
+}
+} // namespace
+
 void GameScript::Move(int x, int y) {
+    Write("move " + std::to_string(x) + " " + std::to_string(y));
     VXSeamInjectCursor(x, y);
 }
 void GameScript::MoveWorld(float x, float y) {
     Move((int)(x + 400.0f), (int)(300.0f - y));
 }
 void GameScript::Press(unsigned char key) {
+    Write("press " + KeyName(key));
     VXSeamInjectKey(key, true);
 }
 void GameScript::Release(unsigned char key) {
+    Write("release " + KeyName(key));
     VXSeamInjectKey(key, false);
 }
 void GameScript::Click(int x, int y) {
@@ -202,5 +247,6 @@ void GameScript::Tap(unsigned char key) {
     Release(key);
 }
 void GameScript::Close() {
+    Write("close");
     VXSeamInjectClose();
 }

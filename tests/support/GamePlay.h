@@ -21,6 +21,7 @@
 // parallel never share one (GamePlay::ScoreFile names it).
 #pragma once
 
+#include <cstdio>
 #include <functional>
 #include <string>
 
@@ -48,6 +49,14 @@ class GameScript {
     void Tap(unsigned char key);
     void Close();
 
+    // Writes every input given from now on, and every Note, as a script for
+    // the driver (tools/driver): replaying it with the same seed plays the
+    // same game. Returns false when the file cannot be written.
+    bool RecordTo(const std::string& path);
+    // A line for the driver's script at this frame ("report", "capture X",
+    // a "# comment").
+    void Note(const std::string& line);
+
     // Runs f on the game's thread, inside the current frame (its renderer is
     // current there): set up a scene, read pixels, capture a picture.
     void OnGameThread(const std::function<void()>& f);
@@ -61,7 +70,10 @@ class GameScript {
 
   private:
     friend class GamePlay;
+    // Writes one event of this frame to the recording, if one is kept.
+    void Write(const std::string& event);
     class GamePlay* play_ = nullptr;
+    std::FILE* record_ = nullptr;
     unsigned long presented_ = 0;
     bool over_ = false;
 };
