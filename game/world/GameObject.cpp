@@ -140,8 +140,8 @@ void MousePoint(float* x, float* y) {
 
 // The assertion report of a mesh that could not be built; the game cannot
 // draw without it, so it stops.
-void GameObjectMeshFailed(const char* func, const char* file, int line) {
-    printf("VX_ASSERT_MESG: %s\nLine: %d\nFunc: %s\nFile: %s\n", "pMesh", line, func, file);
+void GameObjectMeshFailed(const char* func, const char* file, int line, const char* expression) {
+    printf("VX_ASSERT_MESG: %s\nLine: %d\nFunc: %s\nFile: %s\n", expression, line, func, file);
     printf("Mesg: fail to create object!!");
     printf("\n");
     fflush(stdout);
