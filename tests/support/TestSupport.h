@@ -28,6 +28,11 @@ TestRgba TestPixelAtWorld(const std::vector<unsigned char>& rgba, int width, int
 bool TestNear(TestRgba a, TestRgba b, int tolerance);
 std::string TestDescribe(TestRgba c);
 
+// A fresh folder under /tmp whose Resources links to every built picture
+// and sound but not to the score file: a game played there reads and
+// writes a score file of its own while other tests run beside it.
+std::string TestScratchGameFolder();
+
 // Runs a shell command, returns its exit status and everything it printed
 // on standard output and standard error.
 int TestRunCommand(const std::string& command, std::string& output);
