@@ -81,7 +81,10 @@ class FrontEnd : public ::testing::Test {
     }
     void Play(int state, const std::function<void(GameScript&)>& script) {
         auto inFolder = [&](GameScript& s) {
-            if (chdir(folder.c_str()) == 0) script(s);
+            if (chdir(folder.c_str()) == 0)
+                script(s);
+            else
+                ADD_FAILURE() << "cannot enter " << folder;
         };
         GamePlay().Run(state, 1, 7, inFolder, true);
     }
