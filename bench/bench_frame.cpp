@@ -16,6 +16,7 @@
 #include <fstream>
 #include <vector>
 
+#include "BenchFigures.h"
 #include "GameMain.h"
 #include "VXGraphics.h"
 #include "VXGraphicsInternal.h"
@@ -179,15 +180,6 @@ void RawFrame(Scene& s, const RawProgram& color, const RawProgram& texture) {
     VXSysFrameEnd(); // the same present
 }
 
-struct Figures {
-    double median, p99;
-};
-
-Figures Summarise(std::vector<double> ms) {
-    std::sort(ms.begin(), ms.end());
-    return {ms[ms.size() / 2], ms[(size_t)(ms.size() * 0.99)]};
-}
-
 // Times the two loops frame about, so that whatever else the machine is
 // doing weighs on both alike.
 template <typename A, typename B> std::pair<Figures, Figures> MeasureBoth(A a, B b) {
@@ -203,17 +195,6 @@ template <typename A, typename B> std::pair<Figures, Figures> MeasureBoth(A a, B
         time(b, mb);
     }
     return {Summarise(ma), Summarise(mb)};
-}
-
-// Seconds since this process started, from the kernel's own record.
-double SecondsSinceProcessStart() {
-    std::ifstream stat("/proc/self/stat"), uptime("/proc/uptime");
-    std::string field;
-    for (int i = 0; i < 22 && stat >> field; ++i) {
-    }
-    double up = 0;
-    uptime >> up;
-    return up - std::stod(field) / (double)sysconf(_SC_CLK_TCK);
 }
 
 double gFirstFrame = -1;

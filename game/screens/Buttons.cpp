@@ -136,3 +136,10 @@ Buttons& CreateButton(std::unique_ptr<Buttons>& slot, ButtonShape shape, float x
 bool MouseClicked(void) {
     return VXInputCheckTriggered(VX_KEY_LBUTTON);
 }
+
+bool BackButtonClicked(Buttons& back, float mouseX, float mouseY) {
+    back.UpdateBox();
+    const bool hover = back.IsUnderMouse(mouseX, mouseY);
+    back.SetBackContinueTexture(hover ? 2 : 1);
+    return hover && MouseClicked();
+}

@@ -67,3 +67,8 @@ Buttons& CreateButton(std::unique_ptr<Buttons>& slot, ButtonShape shape, float x
 
 // The left button went down in this frame: buttons act on the press.
 bool MouseClicked(void);
+
+// The back button of the credits and how-to-play screens, an ordinary
+// button with the back looks: recomputes its box, lights it under the mouse
+// point, and tells whether it was clicked in this frame.
+bool BackButtonClicked(Buttons& back, float mouseX, float mouseY);

@@ -120,6 +120,12 @@ void RunConfirmDialog(int context) {
             gPaused = false;
         } else if (button->kind == CONFIRM_NO && context == CONFIRM_LEAVE_LEVEL) {
             gPaused = true; // back to the pause menu
+        } else if (button->kind == CONFIRM_NO && context == CONFIRM_LEAVE_GAME) {
+            // The menu's exit button silenced the forest for the question;
+            // a player who stays wants it back as loud as the mute setting
+            // says, not silent with the button still offering to mute.
+            gMasterVolume = gMuted ? 0.0f : 1.0f;
+            ChannelSetVolume(gChannelMenu, gMasterVolume);
         }
         gConfirmOpen = false;
     }

@@ -164,8 +164,8 @@ void MousePoint(float* x, float* y) {
 
 // The assertion report of a mesh that could not be built; the game cannot
 // draw without it, so it stops.
-void GameObjectMeshFailed(const char* func, const char* file, int line) {
+void GameObjectMeshFailed(const char* func, const char* file, int line, const char* expression) {
     GameFatalExit(
         1, "VX_ASSERT_MESG: %s\nLine: %d\nFunc: %s\nFile: %s\nMesg: fail to create object!!\n",
-        "pMesh", line, func, file);
+        expression, line, func, file);
 }

@@ -96,6 +96,8 @@ bool RectsOverlap(const BoundingBox& a, const VXVec2& velA, const BoundingBox& b
 void MousePoint(float* x, float* y);
 
 // Ends the program the way a failed mesh creation does: the assertion
-// report for "pMesh" with the given function, source line and file names,
-// then "Mesg: fail to create object!!", exit status 1.
-[[noreturn]] void GameObjectMeshFailed(const char* func, const char* file, int line);
+// report for the failed expression ("pMesh" for every game object) with
+// the given function, source line and file names, then "Mesg: fail to
+// create object!!", exit status 1.
+[[noreturn]] void GameObjectMeshFailed(const char* func, const char* file, int line,
+                                       const char* expression = "pMesh");

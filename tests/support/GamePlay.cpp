@@ -2,10 +2,7 @@
 // taking turns at every presented frame.
 #include "GamePlay.h"
 
-#include <dirent.h>
 #include <unistd.h>
-
-#include <sys/stat.h>
 
 #include <condition_variable>
 #include <cstdlib>
@@ -63,21 +60,8 @@ void GamePlay::Hook(unsigned long frame, void* user) {
 }
 
 // A scratch folder with Resources linking every built file but the scores.
-GamePlay::GamePlay() {
-    char pattern[] = "/tmp/quarrow-play-XXXXXX";
-    if (!mkdtemp(pattern)) std::abort();
-    folder_ = pattern;
-    const std::string resources = folder_ + "/Resources";
-    if (mkdir(resources.c_str(), 0755) != 0) std::abort();
-    DIR* dir = opendir(TestResourcesDir().c_str());
-    if (!dir) std::abort();
-    while (dirent* entry = readdir(dir)) {
-        const std::string name = entry->d_name;
-        if (name == "." || name == ".." || name == "Scores.txt") continue;
-        if (symlink((TestResourcesDir() + "/" + name).c_str(), (resources + "/" + name).c_str()))
-            std::abort();
-    }
-    closedir(dir);
+GamePlay::GamePlay() : folder_(TestScratchGameFolder()) {
+    if (folder_.empty()) std::abort();
 }
 
 GamePlay::~GamePlay() {

@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 
 #include "VXGraphics.h"
@@ -126,4 +127,16 @@ std::string TestDriverPath() {
 }
 std::string TestGamePath() {
     return QUARROW_GAME;
+}
+
+std::string TestScratchGameFolder() {
+    namespace fs = std::filesystem;
+    char pattern[] = "/tmp/quarrow-game-XXXXXX";
+    if (!mkdtemp(pattern)) return "";
+    const fs::path resources = fs::path(pattern) / "Resources";
+    fs::create_directory(resources);
+    for (const fs::directory_entry& entry : fs::directory_iterator(TestResourcesDir()))
+        if (entry.path().filename() != "Scores.txt")
+            fs::create_symlink(entry.path(), resources / entry.path().filename());
+    return pattern;
 }

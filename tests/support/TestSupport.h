@@ -52,6 +52,10 @@ constexpr TestTolerance kTestTwoRoundings = {"two 8-bit roundings", 2};
 // and the actual pixel and the tolerance allowed.
 ::testing::AssertionResult TestPixelNear(TestRgba actual, TestRgba expected,
                                          TestTolerance tolerance);
+// A fresh folder under /tmp whose Resources links to every built picture
+// and sound but not to the score file: a game played there reads and
+// writes a score file of its own while other tests run beside it.
+std::string TestScratchGameFolder();
 
 // Runs a shell command, returns its exit status and everything it printed
 // on standard output and standard error.
