@@ -28,6 +28,11 @@ SDL_GLContext sContext = nullptr;
 unsigned char sKeys[256];
 int sCursorX = 0;
 int sCursorY = 0;
+// Cursor motion pushed by the input seam carries this mouse id. Once such
+// motion has arrived the seam drives the cursor for good: the real pointer
+// (of a display other windows share, under tests) no longer moves it.
+constexpr Uint32 kSeamMouse = 0x5EA3;
+bool sSeamDrivesCursor = false;
 int sPointerX = 0; // the system pointer on the screen when it was last looked at
 int sPointerY = 0;
 int sCursorShowCount = 0; // the desktop's display counter: shown while >= 0
@@ -150,7 +155,7 @@ Uint32 WindowId(void) {
 // move the system pointer, so an injected position stands until a real
 // mouse moves.
 void FollowSystemPointer(void) {
-    if (!sWindow) return;
+    if (!sWindow || sSeamDrivesCursor) return;
     int x = 0, y = 0;
     SDL_GetGlobalMouseState(&x, &y);
     if (x == sPointerX && y == sPointerY) return;
@@ -309,6 +314,10 @@ void VXPlatformPump(VXSysWindowProc proc) {
             break;
         }
         case SDL_MOUSEMOTION:
+            if (e.motion.which == kSeamMouse)
+                sSeamDrivesCursor = true;
+            else if (sSeamDrivesCursor)
+                break;
             sCursorX = e.motion.x;
             sCursorY = e.motion.y;
             break;
@@ -386,6 +395,7 @@ void VXPlatformPushCursor(int x, int y) {
     SDL_Event e;
     std::memset(&e, 0, sizeof e);
     e.type = SDL_MOUSEMOTION;
+    e.motion.which = kSeamMouse;
     e.motion.windowID = WindowId();
     e.motion.x = x;
     e.motion.y = y;

@@ -22,7 +22,9 @@ unsigned long VXSeamFramesPresented(void);
 
 // Input, in logical window pixels for the cursor: in full screen it lands
 // on a screen pixel that the engine reads back as exactly that logical
-// pixel, as a real mouse there would report it.
+// pixel, as a real mouse there would report it. From the first injected
+// cursor on, the real pointer no longer moves the game's cursor (windows of
+// other programs on the same display would otherwise send it theirs).
 void VXSeamInjectCursor(int x, int y);
 void VXSeamInjectKey(unsigned char vk, bool down);
 void VXSeamInjectClose(void);

@@ -243,6 +243,14 @@ TEST_F(Input, TheSystemPointerIsFollowedOutsideTheWindow) {
     VXInputGetCursorPosition(&x, &y);
     EXPECT_EQ(x, 5);
     EXPECT_EQ(y, 6);
+    // From the first injected position on, the seam drives the cursor: a
+    // real pointer moving (another window on a shared display) is ignored.
+    SDL_WarpMouseGlobal(left + 300, top + 200);
+    NextFrame();
+    NextFrame();
+    VXInputGetCursorPosition(&x, &y);
+    EXPECT_EQ(x, 5) << "the real pointer moved after an injected one";
+    EXPECT_EQ(y, 6);
 }
 
 } // namespace
