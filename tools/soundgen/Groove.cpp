@@ -1,8 +1,10 @@
 // The light comedic drum groove of the first two levels: a swung kit with
 // tick-tock woodblocks, a tuba's oom-pah and cartoon percussion (cuica,
-// vibraslap, cowbell), as a 16-bar seamless loop. Depends on MusicKit.h.
+// vibraslap, cowbell), as a 16-bar seamless loop. Depends on MusicKit.h and
+// Mastering.h.
 // Limits: the loop is exact only because the bar length is a whole number
 // of FluidSynth's 64-sample blocks and nothing varies between passes.
+#include "Mastering.h"
 #include "MusicKit.h"
 #include "Sounds.h"
 
@@ -97,6 +99,6 @@ Buffer MakeComedyDrums(const std::string& soundFont) {
     Reverb room(0.35, 0.6);
     room.Apply(out, 0.25);
     DropHead(out, head);
-    Master(out, true, false);
+    Master(out, SoundKind::Loop);
     return out;
 }
