@@ -1,9 +1,11 @@
 // The generated sound set: every file the game opens exists after a build,
 // decodes as 44.1 kHz stereo Vorbis, has a fitting length, loops without a
-// click, peaks below -1 dBFS, sits at its family's loudness, leaves the
-// arrow clear over every ambience, and comes out byte for byte the same
-// from two runs of the generator. Loudness is read with libebur128
-// directly, not through the generator's own meter.
+// click, peaks below -1 dBFS, sits at its family's loudness on large and
+// small speakers alike, leaves the arrow clear over every ambience, and
+// comes out byte for byte the same from two runs of the generator.
+// Loudness is read with libebur128 directly, not through the generator's
+// own meter; the generator's small-speaker curve (checked in
+// test_sound_synth) stands in for a laptop's speakers.
 #include "../tools/soundgen/SoundManifest.h"
 #include "../tools/soundgen/Synth.cpp"
 #include "../tools/soundgen/Mastering.cpp"
@@ -282,6 +284,31 @@ TEST(SoundResources, PeaksAndFamilyLoudness) {
     }
 }
 
+// The six ambiences (the five levels' and the menu's forest) sound equally
+// loud, within 2 LU of one another, on full-range speakers and on small ones
+// that give nothing below 150 Hz: a volcano whose weight is all rumble, or
+// a sea with no surf, would drop out of the second reading.
+TEST(SoundResources, AmbiencesLevelOnLargeAndSmallSpeakers) {
+    struct Reading {
+        const char* speakers;
+        bool small;
+    };
+    for (const Reading& r : {Reading{"full-range", false}, Reading{"small", true}}) {
+        double lowest = HUGE_VAL, highest = -HUGE_VAL;
+        std::string report;
+        for (const SoundEntry& e : kSoundSet) {
+            if (e.kind != SoundKind::Loop) continue;
+            Decoded d = Decode(PathOf(e));
+            ASSERT_TRUE(d.ok) << e.file;
+            double level = Measure(r.small ? SmallSpeaker(d) : Buffer(d)).integrated;
+            lowest = std::min(lowest, level);
+            highest = std::max(highest, level);
+            report += "\n  " + std::to_string(level) + " LUFS  " + e.file;
+        }
+        EXPECT_LE(highest - lowest, 2.0) << r.speakers << " speakers:" << report;
+    }
+}
+
 // The arrow is heard clearly over every ambience: its loudest moment stands
 // at least 8 LU above the ambience's loudness, on full-range and small
 // speakers. A short sound some 6 to 10 LU over a steady bed of similar
@@ -302,6 +329,26 @@ TEST(SoundResources, ArrowClearOverEveryAmbience) {
                                             << full << " LUFS on full-range speakers";
         EXPECT_GE(arrowSmall - small, margin) << e.file << ": arrow " << arrowSmall << ", ambience "
                                               << small << " LUFS on small ones";
+    }
+}
+
+// The ambiences' big moments still stand out after levelling and limiting,
+// even on small speakers: the loudest 400 ms at least 5 LU above the whole.
+TEST(SoundResources, EventsStandOutOnSmallSpeakers) {
+    struct Case {
+        const char* event;
+        const char* file;
+    };
+    const Case cases[] = {
+        {"the eruptions' crack", "91 - VOLCANO LARGE VOLCANO ERUPTING, EXPLODING, RUMBLE.ogg"},
+        {"the breaking surf", "12 - WATER OCEAN WAVES COMING IN, LIGHT.ogg"},
+    };
+    for (const Case& c : cases) {
+        Decoded d = DecodeFile(c.file);
+        ASSERT_TRUE(d.ok) << c.file;
+        Loudness l = Measure(SmallSpeaker(d));
+        EXPECT_GE(l.loudestMomentary - l.integrated, 5.0)
+            << c.event << ": loudest " << l.loudestMomentary << ", whole " << l.integrated;
     }
 }
 

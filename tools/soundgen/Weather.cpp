@@ -43,15 +43,18 @@ void AddWave(Buffer& out, std::size_t start, double size, double pan, std::uint6
         foamLevel *= std::min(1.0, (length - t) / 1.0) * size;
         float l = fl.Low(bodyL.Next(), cutoff, 0.6) * float(level);
         float r = fr.Low(bodyR.Next(), cutoff * 1.05, 0.6) * float(level);
-        l += foamL.High(foam.White(), 3500) * float(0.25 * foamLevel);
-        r += foamR.High(foam.White(), 3800) * float(0.25 * foamLevel);
+        // The foam's hiss is what carries the surf on small speakers.
+        l += foamL.High(foam.White(), 3500) * float(0.35 * foamLevel);
+        r += foamR.High(foam.White(), 3800) * float(0.35 * foamLevel);
         out.left[start + i] += float(l * left * 1.4);
         out.right[start + i] += float(r * right * 1.4);
     }
 }
 
-// One eruption: a few overlapping blasts whose brightness falls fast,
-// then falling rocks crackling and a long hiss of steam.
+// One eruption: a few overlapping blasts, each opening with a sharp crack
+// and a roar whose brightness falls fast, then falling rocks crackling and
+// a long hiss of steam. The blasts' low boom is driven into saturation so
+// its overtones carry it on speakers that play no bass.
 void AddEruption(Buffer& out, std::size_t start, double size, std::uint64_t seed) {
     Rng rng(seed);
     const double length = 9.0;
@@ -63,30 +66,41 @@ void AddEruption(Buffer& out, std::size_t start, double size, std::uint64_t seed
         gain[b] = b == 0 ? 1.0 : rng.Range(0.4, 0.8);
     }
     BrownNoise boomL(seed + 1), boomR(seed + 2);
+    PinkNoise roarL(seed + 4), roarR(seed + 5);
     Rng white(seed + 3);
-    Svf bl, br, steamL, steamR, rockL, rockR;
+    Svf bl, br, gl, gr, roarFilterL, roarFilterR, crackL, crackR, steamL, steamR, rockL, rockR;
     double rockLevel = 0;
     for (std::size_t i = 0; i < n && start + i < out.left.size(); ++i) {
         double t = double(i) / kRate;
-        double env = 0, bright = 0;
+        double env = 0, bright = 0, crack = 0;
         for (int b = 0; b < blasts; ++b) {
-            double e = gain[b] * AttackDecay(t - at[b], 0.03, 3.5);
-            env += e;
+            env += gain[b] * AttackDecay(t - at[b], 0.03, 3.5);
             bright = std::max(bright, gain[b] * AttackDecay(t - at[b], 0.01, 0.6));
+            crack += gain[b] * AttackDecay(t - at[b], 0.001, 0.18);
         }
         double cutoff = 90 + 1600 * bright;
         double fadeOut = std::min(1.0, (length - t) / 1.5);
         float w = white.White();
-        float l = bl.Low(boomL.Next() + 0.3f * w, cutoff, 0.8) * float(env * 1.6);
-        float r = br.Low(boomR.Next() + 0.3f * w, cutoff * 1.1, 0.8) * float(env * 1.6);
+        float l = bl.Low(boomL.Next() + 0.3f * w, cutoff, 0.8) * float(env * 0.3);
+        float r = br.Low(boomR.Next() + 0.3f * w, cutoff * 1.1, 0.8) * float(env * 0.3);
+        // The boom's overtones: saturation, with the bass it came from cut.
+        l += gl.High(float(std::tanh(4.0 * l)), 160) * 0.35f;
+        r += gr.High(float(std::tanh(4.0 * r)), 160) * 0.35f;
+        // The roar of the blast itself, a broad mid band that darkens.
+        double roarCentre = 300 + 900 * bright;
+        l += roarFilterL.Band(roarL.Next(), roarCentre, 0.7) * float(env);
+        r += roarFilterR.Band(roarR.Next(), roarCentre * 1.1, 0.7) * float(env);
+        // The crack: a hard broadband snap as the vent blows.
+        l += crackL.High(w, 250) * float(0.9 * crack);
+        r += crackR.High(w, 250) * float(0.9 * crack);
         // Rocks: sparse clicks, dense after the blast, thinning out.
         double rockRate = 60.0 * std::exp(-t / 2.5) * (t > 0.3 ? 1 : 0);
         if (white.Uniform() < rockRate / kRate) rockLevel = white.Range(0.2, 1.0);
         rockLevel *= 0.9965;
         float rock = float(rockLevel) * white.White();
-        l += rockL.Band(rock, 2200, 1.2) * 0.5f;
-        r += rockR.Band(rock, 1700, 1.2) * 0.5f;
-        double steam = 0.05 * Bell(t - 0.8, 7.0);
+        l += rockL.Band(rock, 2200, 1.2) * 0.7f;
+        r += rockR.Band(rock, 1700, 1.2) * 0.7f;
+        double steam = 0.03 * Bell(t - 0.8, 7.0);
         l += steamL.High(white.White(), 2500) * float(steam);
         r += steamR.High(white.White(), 2700) * float(steam);
         out.left[start + i] += float(l * size * fadeOut);
@@ -142,7 +156,7 @@ Buffer MakeOcean() {
     Svf fl, fr;
     Drift swell(33, 5.0, 0.5, 1.0);
     for (std::size_t i = 0; i < n; ++i) {
-        float s = float(0.12 * swell.Next());
+        float s = float(0.1 * swell.Next());
         out.left[i] = fl.Low(farL.Next(), 350, 0.6) * s;
         out.right[i] = fr.Low(farR.Next(), 380, 0.6) * s;
     }
@@ -156,29 +170,41 @@ Buffer MakeOcean() {
     return out;
 }
 
-// Volcano: a deep rumble that never stops, lava crackling, and large
-// eruptions every ten seconds or so echoing off the mountainside.
+// Volcano: a deep rumble that never stops with the mountain's growl and
+// roar above it, lava crackling, and large eruptions every ten seconds or
+// so echoing off the mountainside. Most of a rumble's energy lies below
+// what small speakers play, so the growl (the rumble's own overtones) and
+// the roar carry it there.
 Buffer MakeVolcano() {
     std::size_t warm = Frames(kWarmSeconds), loop = Frames(kLoopSeconds);
     std::size_t fade = Frames(kFadeSeconds), n = warm + loop + fade;
     Buffer out = MakeBuffer(n);
     BrownNoise deepL(41), deepR(42);
+    PinkNoise roarL(48), roarR(49);
     Rng crackle(43);
-    Svf dl, dr, cl, cr;
-    Drift level(44, 1.4, 0.35, 1.0), cutoff(45, 2.0, 60, 170), sub(46, 3.0, 0.5, 1.0);
+    Svf dl, dr, gl, gr, ghl, ghr, rl, rr, cl, cr;
+    Drift level(44, 1.4, 0.35, 1.0), cutoff(45, 2.0, 50, 120), sub(46, 3.0, 0.5, 1.0);
+    Drift roarCentre(40, 2.3, 220, 520);
     double pop = 0;
     for (std::size_t i = 0; i < n; ++i) {
-        double t = double(i) / kRate, lv = level.Next(), c = cutoff.Next();
+        double t = double(i) / kRate, lv = level.Next(), c = cutoff.Next(), rc = roarCentre.Next();
         double tone =
-            0.10 * sub.Next() * (std::sin(2 * kPi * 33 * t) + 0.6 * std::sin(2 * kPi * 49 * t));
-        float l = dl.Low(deepL.Next(), c, 0.8) * float(0.9 * lv) + float(tone);
-        float r = dr.Low(deepR.Next(), c * 1.1, 0.8) * float(0.9 * lv) + float(tone);
-        // Lava pops: rare little bursts.
-        if (crackle.Uniform() < 6.0 / kRate) pop = crackle.Range(0.1, 0.5);
+            0.03 * sub.Next() * (std::sin(2 * kPi * 33 * t) + 0.6 * std::sin(2 * kPi * 49 * t));
+        float l = dl.Low(deepL.Next(), c, 0.8) * float(0.15 * lv) + float(tone);
+        float r = dr.Low(deepR.Next(), c * 1.1, 0.8) * float(0.15 * lv) + float(tone);
+        // The growl: the rumble's own overtones, by saturation, with the
+        // rumble itself and the saturation's fizz filtered away.
+        l += gl.High(ghl.Low(float(std::tanh(8.0 * l)), 1200), 150) * 0.5f;
+        r += gr.High(ghr.Low(float(std::tanh(8.0 * r)), 1200), 150) * 0.5f;
+        // The roar: a wandering mid band that swells with the rumble.
+        l += rl.Band(roarL.Next(), rc, 0.8) * float(2.0 * lv);
+        r += rr.Band(roarR.Next(), rc * 1.08, 0.8) * float(2.0 * lv);
+        // Lava pops: little bursts, a few a second.
+        if (crackle.Uniform() < 9.0 / kRate) pop = crackle.Range(0.1, 0.5);
         pop *= 0.997;
         float p = float(pop) * crackle.White();
-        out.left[i] = l + cl.Band(p, 1400, 1.5) * 0.4f;
-        out.right[i] = r + cr.Band(p, 1100, 1.5) * 0.4f;
+        out.left[i] = l + cl.Band(p, 1400, 1.5) * 0.5f;
+        out.right[i] = r + cr.Band(p, 1100, 1.5) * 0.5f;
     }
     Rng rng(47);
     std::uint64_t seed = 200;
