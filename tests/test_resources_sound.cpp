@@ -2,10 +2,11 @@
 // decodes as 44.1 kHz stereo Vorbis, has a fitting length, loops without a
 // click, peaks below -1 dBFS, sits at its family's loudness on large and
 // small speakers alike, leaves the arrow clear over every ambience, and
-// comes out byte for byte the same from two runs of the generator.
-// Loudness is read with libebur128 directly, not through the generator's
-// own meter; the generator's small-speaker curve (checked in
-// test_sound_synth) stands in for a laptop's speakers.
+// comes out byte for byte the same from two runs of the generator. The
+// final-wave music opens at full strength. Loudness is read with libebur128
+// directly, not through the generator's own meter; the generator's
+// small-speaker curve (checked in test_sound_synth) stands in for a
+// laptop's speakers.
 #include "../tools/soundgen/SoundManifest.h"
 #include "../tools/soundgen/Synth.cpp"
 #include "../tools/soundgen/Mastering.cpp"
@@ -136,6 +137,7 @@ double FamilyLoudness(const Loudness& l, SoundKind kind) {
 }
 
 const char* const kArrow = "24 - Arrow Swoosh.ogg";
+const char* const kFinalWave = "53 - Ice Man.ogg";
 
 Decoded DecodeFile(const char* file) {
     return Decode(TestResourcesDir() + "/" + file);
@@ -350,6 +352,15 @@ TEST(SoundResources, EventsStandOutOnSmallSpeakers) {
         EXPECT_GE(l.loudestMomentary - l.integrated, 5.0)
             << c.event << ": loudest " << l.loudestMomentary << ", whole " << l.integrated;
     }
+}
+
+// The final-wave music starts as the boss arrives and the ambience stops:
+// its first 14 seconds are no more than 2 LU below the rest of the piece.
+TEST(SoundResources, FinalWaveOpensAtFullStrength) {
+    Decoded d = DecodeFile(kFinalWave);
+    ASSERT_TRUE(d.ok);
+    double opening = Measure(d, 0, 14).integrated, rest = Measure(d, 14).integrated;
+    EXPECT_GE(opening, rest - 2.0) << "opening " << opening << ", rest " << rest << " LUFS";
 }
 
 #ifdef QUARROW_SOUNDGEN
