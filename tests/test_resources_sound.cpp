@@ -3,10 +3,11 @@
 // click, peaks below -1 dBFS, sits at its family's loudness on large and
 // small speakers alike, leaves the arrow clear over every ambience, and
 // comes out byte for byte the same from two runs of the generator. The
-// final-wave music opens at full strength. Loudness is read with libebur128
-// directly, not through the generator's own meter; the generator's
-// small-speaker curve (checked in test_sound_synth) stands in for a
-// laptop's speakers.
+// final-wave music opens at full strength and the storm's thunder keeps no
+// beat. Loudness is read with libebur128 directly, not through the
+// generator's own meter; the generator's small-speaker curve and filters
+// (checked in test_sound_synth) stand in for a laptop's speakers and pick
+// out the thunder.
 #include "../tools/soundgen/SoundManifest.h"
 #include "../tools/soundgen/Synth.cpp"
 #include "../tools/soundgen/Mastering.cpp"
@@ -101,14 +102,16 @@ double ToDb(double linear) {
 }
 
 // Loudness readings of a stretch of a file, straight from libebur128: the
-// integrated loudness and the loudest momentary (400 ms) loudness.
+// integrated loudness, the loudest momentary (400 ms) loudness, and the
+// short-term (3 s) loudness every 100 ms once a full window has passed.
 struct Loudness {
     double integrated = -HUGE_VAL, loudestMomentary = -HUGE_VAL;
+    std::vector<double> shortTerm;
 };
 
 Loudness Measure(const Buffer& d, double fromSeconds = 0, double toSeconds = 1e9) {
     Loudness out;
-    ebur128_state* meter = ebur128_init(2, kSoundRate, EBUR128_MODE_I);
+    ebur128_state* meter = ebur128_init(2, kSoundRate, EBUR128_MODE_I | EBUR128_MODE_S);
     std::size_t from = std::size_t(fromSeconds * kSoundRate);
     std::size_t to = std::min(d.left.size(), std::size_t(toSeconds * kSoundRate));
     const std::size_t hop = kSoundRate / 10;
@@ -121,9 +124,12 @@ Loudness Measure(const Buffer& d, double fromSeconds = 0, double toSeconds = 1e9
             frames.push_back(d.right[i]);
         }
         ebur128_add_frames_float(meter, frames.data(), end - at);
-        double m;
+        double m, st;
         ebur128_loudness_momentary(meter, &m);
         out.loudestMomentary = std::max(out.loudestMomentary, m);
+        if (end - from >= 3 * std::size_t(kSoundRate) &&
+            ebur128_loudness_shortterm(meter, &st) == EBUR128_SUCCESS)
+            out.shortTerm.push_back(st);
     }
     ebur128_loudness_global(meter, &out.integrated);
     ebur128_destroy(&meter);
@@ -136,11 +142,56 @@ double FamilyLoudness(const Loudness& l, SoundKind kind) {
     return kind == SoundKind::OneShot ? l.loudestMomentary : l.integrated;
 }
 
+// The p-th fraction (0..1) of the sorted values.
+double Percentile(std::vector<double> values, double p) {
+    if (values.empty()) return -HUGE_VAL;
+    std::sort(values.begin(), values.end());
+    return values[std::size_t(p * double(values.size() - 1))];
+}
+
 const char* const kArrow = "24 - Arrow Swoosh.ogg";
 const char* const kFinalWave = "53 - Ice Man.ogg";
+const char* const kRain = "35 - RAIN, THUNDER HEAVY RAIN WITH THUNDER RUMBLE AND CLAPS.ogg";
 
 Decoded DecodeFile(const char* file) {
     return Decode(TestResourcesDir() + "/" + file);
+}
+
+// Seconds into the loop at which thunder breaks. Rain has next to nothing
+// below 200 Hz, thunder's rumble has most of its weight there: in 100 ms
+// blocks, a thunder starts where the low band rises 10 dB above its median
+// and has been back under 4 dB above it since the last one. The loop is
+// filtered twice round so the filters have settled, and scanned from its
+// quietest block.
+std::vector<double> ThunderOnsets(const Decoded& d) {
+    const std::size_t block = kSoundRate / 10, blocks = d.left.size() / block;
+    std::vector<double> level(blocks);
+    Svf l1, l2, r1, r2;
+    for (int round = 0; round < 2; ++round)
+        for (std::size_t k = 0; k < blocks; ++k) {
+            double sum = 1e-20;
+            for (std::size_t i = k * block; i < (k + 1) * block; ++i) {
+                float l = l2.Low(l1.Low(d.left[i], 200), 200);
+                float r = r2.Low(r1.Low(d.right[i], 200), 200);
+                sum += double(l) * l + double(r) * r;
+            }
+            level[k] = 10.0 * std::log10(sum / double(block));
+        }
+    double median = Percentile(level, 0.5);
+    std::size_t quietest =
+        std::size_t(std::min_element(level.begin(), level.end()) - level.begin());
+    std::vector<double> onsets;
+    bool thundering = false;
+    for (std::size_t j = 0; j < blocks; ++j) {
+        std::size_t k = (quietest + j) % blocks;
+        if (!thundering && level[k] > median + 10.0) {
+            thundering = true;
+            onsets.push_back(double(k) * 0.1);
+        }
+        if (thundering && level[k] < median + 4.0) thundering = false;
+    }
+    std::sort(onsets.begin(), onsets.end());
+    return onsets;
 }
 
 // How the step from the last sample back to the first compares with the
@@ -231,7 +282,8 @@ TEST(SoundResources, EveryFileDecodesWithItsLength) {
 
 // The lengths the game relies on, spelt out: the arrow is short enough for
 // rapid fire, the final-wave music lasts a boss fight, the end pieces are
-// worth restarting.
+// worth restarting, the storm is long enough to keep its thunder off a
+// 40-second beat.
 TEST(SoundResources, LengthsTheGameNeeds) {
     struct Case {
         const char* file;
@@ -242,6 +294,7 @@ TEST(SoundResources, LengthsTheGameNeeds) {
         {"53 - Ice Man.ogg", 120.0, 1e9},
         {"18 - Symphony No 1 in C Major, III Presto.ogg", 30.0, 1e9},
         {"06 - Gypsy Songs for Violin and Orchestra.ogg", 30.0, 1e9},
+        {kRain, 60.0, 90.0},
     };
     for (const Case& c : cases) {
         Header h = ReadHeader(TestResourcesDir() + "/" + c.file);
@@ -344,6 +397,7 @@ TEST(SoundResources, EventsStandOutOnSmallSpeakers) {
     const Case cases[] = {
         {"the eruptions' crack", "91 - VOLCANO LARGE VOLCANO ERUPTING, EXPLODING, RUMBLE.ogg"},
         {"the breaking surf", "12 - WATER OCEAN WAVES COMING IN, LIGHT.ogg"},
+        {"the thunderclaps", kRain},
     };
     for (const Case& c : cases) {
         Decoded d = DecodeFile(c.file);
@@ -361,6 +415,40 @@ TEST(SoundResources, FinalWaveOpensAtFullStrength) {
     ASSERT_TRUE(d.ok);
     double opening = Measure(d, 0, 14).integrated, rest = Measure(d, 14).integrated;
     EXPECT_GE(opening, rest - 2.0) << "opening " << opening << ", rest " << rest << " LUFS";
+}
+
+// The storm keeps no beat. Heard round and round, no thunder falls 40 s
+// after another (counting round the loop, so a 40-second loop would thunder
+// at the same second of every pass), and no two gaps between thunders are
+// alike. Between thunders the rain itself carries the storm: its quietest
+// tenth stays within 3 LU of the whole.
+TEST(SoundResources, RainStormKeepsNoBeat) {
+    Decoded d = DecodeFile(kRain);
+    ASSERT_TRUE(d.ok);
+    double loop = double(d.left.size()) / kSoundRate;
+    std::vector<double> onsets = ThunderOnsets(d);
+    std::string heard;
+    for (double t : onsets) heard += " " + std::to_string(t);
+    EXPECT_GE(onsets.size(), 4u) << "thunder at" << heard;
+    if (onsets.empty()) return;
+    for (double t : onsets)
+        for (double u : onsets) {
+            double later = std::fmod(u - t + 2 * loop, loop); // 0 for the same thunder
+            for (double pass : {0.0, loop, 2 * loop})
+                EXPECT_GT(std::fabs(later + pass - 40.0), 1.5)
+                    << "thunder at " << t << " s comes again 40 s later; thunder at" << heard;
+        }
+    std::vector<double> gaps;
+    for (std::size_t i = 0; i < onsets.size(); ++i)
+        gaps.push_back(i + 1 < onsets.size() ? onsets[i + 1] - onsets[i]
+                                             : onsets[0] + loop - onsets[i]);
+    std::sort(gaps.begin(), gaps.end());
+    for (std::size_t i = 1; i < gaps.size(); ++i)
+        EXPECT_GT(gaps[i] - gaps[i - 1], 1.0)
+            << "two gaps of about " << gaps[i] << " s; thunder at" << heard;
+    Loudness l = Measure(d);
+    double bed = Percentile(l.shortTerm, 0.1);
+    EXPECT_GE(bed, l.integrated - 3.0) << "rain bed " << bed << ", whole " << l.integrated;
 }
 
 #ifdef QUARROW_SOUNDGEN

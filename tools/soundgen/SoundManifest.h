@@ -52,7 +52,8 @@ inline constexpr SoundEntry kSoundSet[] = {
     {"12 - WATER OCEAN WAVES COMING IN, LIGHT.ogg", SoundKind::Loop, 20.0, 90.0},
     {"91 - VOLCANO LARGE VOLCANO ERUPTING, EXPLODING, RUMBLE.ogg", SoundKind::Loop, 20.0, 90.0},
     {"33 - Med Cold Wind Trees.ogg", SoundKind::Loop, 20.0, 90.0},
-    {"35 - RAIN, THUNDER HEAVY RAIN WITH THUNDER RUMBLE AND CLAPS.ogg", SoundKind::Loop, 20.0,
+    // The storm's loop is long so that its thunder does not come round on a beat.
+    {"35 - RAIN, THUNDER HEAVY RAIN WITH THUNDER RUMBLE AND CLAPS.ogg", SoundKind::Loop, 60.0,
      90.0},
     {"DrumsComedy CTE10_45.4.ogg", SoundKind::Loop, 10.0, 90.0},
     {"24 - Arrow Swoosh.ogg", SoundKind::OneShot, 0.1, 0.5},

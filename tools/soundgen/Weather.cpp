@@ -1,15 +1,18 @@
 // The loud ambiences: light ocean waves (level 3), the rumbling, erupting
-// volcano (level 4) and heavy rain with thunder (level 6), each a 40-second
-// seamless loop. Depends on Synth.h and Ambience.cpp's loop finish.
-// Limits: all events are placed by a fixed seed; each loop has the same
-// waves, eruptions and thunder every time it comes round.
+// volcano (level 4), each a 40-second seamless loop, and heavy rain with
+// thunder (level 6), an 80-second one. Depends on Synth.h and Ambience.cpp's
+// loop finish. Limits: all events are placed by a fixed seed or by hand;
+// each loop has the same waves, eruptions and thunder every time it comes
+// round.
 #include "Sounds.h"
 
 #include <cmath>
+#include <vector>
 
 namespace {
 
 const double kLoopSeconds = 40.0;
+const double kRainLoopSeconds = 80.0;
 const double kFadeSeconds = 4.0;
 const double kWarmSeconds = 2.0;
 
@@ -109,7 +112,8 @@ void AddEruption(Buffer& out, std::size_t start, double size, std::uint64_t seed
 }
 
 // One thunderclap: optional sharp cracks, then a rolling rumble made of
-// several swells that fade over many seconds.
+// several swells that fade over many seconds. The roll's upper part, a
+// darkening mid band, is what small speakers give of the rumble.
 void AddThunder(Buffer& out, std::size_t start, double size, bool clap, std::uint64_t seed) {
     Rng rng(seed);
     const double length = 10.0;
@@ -122,22 +126,27 @@ void AddThunder(Buffer& out, std::size_t start, double size, bool clap, std::uin
     }
     double crackAt[3] = {0.0, rng.Range(0.05, 0.15), rng.Range(0.2, 0.4)};
     BrownNoise rumbleL(seed + 1), rumbleR(seed + 2);
+    PinkNoise rollL(seed + 4), rollR(seed + 5);
     Rng white(seed + 3);
-    Svf rl, rr, cl, cr;
+    Svf rl, rr, ml, mr, cl, cr;
     for (std::size_t i = 0; i < n && start + i < out.left.size(); ++i) {
         double t = double(i) / kRate;
         double swell = 0;
         for (int k = 0; k < 6; ++k) swell += swellGain[k] * Bell(t - swellAt[k], swellLen[k]);
-        double rumble = 0.9 * swell * std::exp(-t / 5.0) * std::min(1.0, (length - t) / 2.0);
+        double tail = std::min(1.0, (length - t) / 2.0);
+        double rumble = 0.9 * swell * std::exp(-t / 5.0) * tail;
         double cutoff = 70 + 220 * std::exp(-t / 2.0);
         float l = rl.Low(rumbleL.Next(), cutoff, 0.9) * float(rumble);
         float r = rr.Low(rumbleR.Next(), cutoff * 1.15, 0.9) * float(rumble);
+        double roll = 1.2 * swell * std::exp(-t / 3.0) * tail, centre = 300 + 400 * std::exp(-t);
+        l += ml.Band(rollL.Next(), centre, 0.7) * float(roll);
+        r += mr.Band(rollR.Next(), centre * 1.1, 0.7) * float(roll);
         if (clap) {
             double crack = 0;
-            for (int k = 0; k < 3; ++k) crack += AttackDecay(t - crackAt[k], 0.002, 0.35) / (k + 1);
+            for (int k = 0; k < 3; ++k) crack += AttackDecay(t - crackAt[k], 0.002, 0.9) / (k + 1);
             float w = white.White();
-            l += cl.High(w, 300) * float(0.8 * crack);
-            r += cr.High(w, 300) * float(0.8 * crack);
+            l += cl.High(w, 300) * float(1.6 * crack);
+            r += cr.High(w, 300) * float(1.6 * crack);
         }
         out.left[start + i] += float(l * size * 0.3);
         out.right[start + i] += float(r * size * 0.3);
@@ -216,18 +225,22 @@ Buffer MakeVolcano() {
     return out;
 }
 
-// Heavy rain: a dense hiss, thousands of single drops, and thunder, two
-// close claps with long rumbles and one far-off roll.
+// Heavy rain: a dense hiss that comes in heavier and lighter spells,
+// thousands of single drops, and thunder. The rain loop runs twice as long
+// as the others and its six thunders, close claps and far-off rolls, fall
+// at uneven gaps, so the ear finds no beat to the storm.
 Buffer MakeRainThunder() {
-    std::size_t warm = Frames(kWarmSeconds), loop = Frames(kLoopSeconds);
+    std::size_t warm = Frames(kWarmSeconds), loop = Frames(kRainLoopSeconds);
     std::size_t fade = Frames(kFadeSeconds), n = warm + loop + fade;
     Buffer out = MakeBuffer(n);
     Rng noise(51);
     PinkNoise bodyL(52), bodyR(53);
     Svf hl, hr, ll, lr, bl, br;
-    Drift intensity(54, 3.0, 0.75, 1.0);
+    Drift spell(54, 7.5, 0.6, 1.0), flurry(56, 1.3, 0.85, 1.0);
+    std::vector<float> intensity(n);
     for (std::size_t i = 0; i < n; ++i) {
-        double k = intensity.Next();
+        double k = spell.Next() * flurry.Next();
+        intensity[i] = float(k);
         float l = ll.Low(hl.High(noise.White(), 500), 7000) * float(0.22 * k);
         float r = lr.Low(hr.High(noise.White(), 500), 7500) * float(0.22 * k);
         l += bl.Band(bodyL.Next(), 900, 0.5) * float(0.3 * k);
@@ -235,23 +248,35 @@ Buffer MakeRainThunder() {
         out.left[i] = l;
         out.right[i] = r;
     }
-    // Drops: short ringing plinks on leaves, puddles and roofs.
+    // Drops: short ringing plinks on leaves, puddles and roofs, thicker in
+    // the heavy spells.
     Rng drops(55);
-    double perSecond = 350;
+    double perSecond = 450;
     for (double t = 0; t < double(n) / kRate; t += -std::log(1.0 - drops.Uniform()) / perSecond) {
         double f = drops.Range(1500, 6500), decay = drops.Range(0.002, 0.008);
         double amp = 0.12 * std::pow(drops.Uniform(), 2.0), pan = drops.Range(-1, 1);
         std::size_t at = Frames(t), len = Frames(decay * 5);
+        if (at >= n || drops.Uniform() > intensity[at]) continue;
         for (std::size_t i = 0; i < len; ++i) {
             double u = double(i) / kRate;
             AddPanned(out, at + i, float(amp * std::exp(-u / decay) * std::sin(2 * kPi * f * u)),
                       pan);
         }
     }
+    // Thunder, at seconds into the loop: the gaps between strikes (12, 6.5,
+    // 17, 9.5, 20.5 and, round the loop, 14.5 s) all differ, and no strike
+    // falls 40 s after another. The last has died away by the end of the
+    // render, so the loop join never cuts a rumble short.
+    struct Strike {
+        double at, size;
+        bool clap;
+    };
+    const Strike strikes[] = {{4.0, 1.0, true},    {16.0, 0.5, false}, {22.5, 0.8, true},
+                              {39.5, 0.45, false}, {49.0, 0.9, true},  {69.5, 0.65, true}};
     Buffer thunder = MakeBuffer(n);
-    AddThunder(thunder, Frames(6.0), 1.0, true, 300);
-    AddThunder(thunder, Frames(19.0), 0.6, false, 310);
-    AddThunder(thunder, Frames(31.0), 0.9, true, 320);
+    std::uint64_t seed = 300;
+    for (const Strike& s : strikes)
+        AddThunder(thunder, warm + Frames(s.at), s.size, s.clap, seed += 10);
     Reverb sky(0.9, 0.5);
     sky.Apply(thunder, 0.6);
     for (std::size_t i = 0; i < n; ++i) {
