@@ -5,7 +5,7 @@ PACKAGES := cmake g++ make pkg-config \
 	libsdl2-dev libglew-dev libgl-dev libpng-dev \
 	libopenal-dev libvorbis-dev libogg-dev \
 	libfreetype-dev libfontconfig-dev fonts-dejavu-core \
-	libcairo2-dev libfluidsynth-dev fluidr3mono-gm-soundfont \
+	libcairo2-dev libfluidsynth-dev fluidr3mono-gm-soundfont libebur128-dev \
 	libgtest-dev clang-format \
 	xvfb xauth sox
 

@@ -1,9 +1,10 @@
 // The menu's mystical forest (wind, leaves, birds, a faint drone) and the
 // cold wind in the trees of level 5, both as 40-second seamless loops.
-// Depends on Synth.h. Limits: birds are simple sine voices with sweeps and
-// trills, not recordings; they read as birds at ambience level.
+// Depends on Synth.h and Mastering.h. Limits: birds are simple sine voices
+// with sweeps and trills, not recordings; they read as birds at ambience
+// level.
 #include "Sounds.h"
-#include "SoundManifest.h"
+#include "Mastering.h"
 
 #include <cmath>
 
@@ -99,7 +100,7 @@ void FinishAmbienceLoop(Buffer& buffer, std::size_t warmUp, std::size_t loop, st
     DropHead(buffer, warmUp);
     RemoveDc(buffer);
     MakeSeamlessLoop(buffer, loop, fade);
-    Master(buffer, true, false);
+    Master(buffer, SoundKind::Loop);
 }
 
 // Forest: a breathing wind bed, leaves that rustle with the gusts, a faint

@@ -1,6 +1,8 @@
 // The arrow sound played at every tower shot: the bowstring's thump and a
-// swoosh of air passing by. Depends on Synth.h. Limits: 0.42 s long so that
-// rapid fire from second-tier towers does not smear into a hiss.
+// swoosh of air passing by. Depends on Synth.h and Mastering.h. Limits:
+// 0.42 s long so that rapid fire from second-tier towers does not smear
+// into a hiss.
+#include "Mastering.h"
 #include "Sounds.h"
 
 #include <cmath>
@@ -41,6 +43,6 @@ Buffer MakeArrowSwoosh() {
         AddPanned(out, i, float(sample), pan);
     }
     FadeEdges(out, Frames(0.001), Frames(0.03));
-    Master(out, false, true);
+    Master(out, SoundKind::OneShot);
     return out;
 }

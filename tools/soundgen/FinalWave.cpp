@@ -2,8 +2,9 @@
 // of 72 bars at 132 beats a minute (a little over two minutes, enough to
 // cover a boss fight) with a driving string ostinato, a horn theme, a
 // choir, icy celesta figures and war drums. Depends on MusicKit.h.
-// Form: intro 8 bars, theme 16, second theme 16, quiet build 8, theme
-// again with trumpets 16, ending 8.
+// Form: intro 8 bars (at full strength from the first beat: it starts as
+// the boss arrives), theme 16, second theme 16, quiet build 8, theme again
+// with trumpets 16, ending 8.
 #include "MusicKit.h"
 #include "Sounds.h"
 
@@ -23,6 +24,11 @@ const char* const kHornTheme = "D4:1.5 E4:.5 F4:1 E4:1  D4:2 A3:2  Bb3:1.5 C4:.5
                                "E4:3 C4:1  D4:1.5 E4:.5 F4:1 G4:1  A4:2 F4:1 D4:1  ";
 const char* const kHornEnd1 = "G4:1.5 F4:.5 E4:1 D4:1  C#4:2 E4:2";
 const char* const kHornEnd2 = "G4:1.5 F4:.5 E4:1 G4:1  >A4:4";
+
+// The horn call over the intro: twice, the second time turning to the
+// theme's key chords.
+const char* const kHornCall1 = "r:4  >D4:1.5 A3:.5 D4:1 F4:1  E4:2 D4:1 C4:1  D4:4  ";
+const char* const kHornCall2 = "r:4  >D4:1.5 A3:.5 D4:1 F4:1  >F4:2 D4:2  E4:2 C#4:2";
 
 // The second theme, sung high by the strings over the choir.
 const char* const kHighTheme1 = "F5:4  G5:2 E5:2  A5:3 G5:.5 F5:.5  D5:4  Bb5:2 A5:1 G5:1  "
@@ -83,6 +89,21 @@ void DrumBar(Score& s, double at, int style, bool crash) {
     }
 }
 
+// A hammer blow of the whole orchestra on a chord, held for `length` beats.
+void Blow(Score& s, double at, const char* name, double length) {
+    ChordShape chord = ParseChord(name);
+    std::vector<int> stab = Voicing(chord, 62);
+    int root = RootFrom(chord, 38);
+    s.Chord(at, length, Horns, 110, Voicing(chord, 57));
+    s.Chord(at, length, Trumpets, 104, stab);
+    s.Chord(at, length, ChoirCh, 96, stab);
+    s.Chord(at, length, Ostinato, 100, {root + 7, root + 12});
+    s.Note(at, length, Bass, root - 12, 110);
+    s.Note(at, 0.5, Timp, root, 118);
+    s.Note(at, 2, kDrumChannel, Drum::Crash, 100);
+    s.Note(at, 0.5, kDrumChannel, Drum::BassDrum, 118);
+}
+
 // Long choir chord.
 void ChoirBar(Score& s, double at, const char* name, int velocity) {
     s.Chord(at, 3.9, ChoirCh, velocity, Voicing(ParseChord(name), 62));
@@ -104,12 +125,19 @@ Buffer MakeFinalWave(const std::string& soundFont) {
     Setup(s, kDrumChannel, 0, 100, 64);
 
     double at = 0;
-    // Intro: the ostinato alone, quiet, then timpani and the ice figure.
-    s.Ramp(0, 16, Ostinato, 11, 70, 120);
+    // Intro: the boss is here and the level's ambience has just stopped, so
+    // the piece hits at once: a blow of the whole orchestra, then the
+    // ostinato and the war drums at full drive from the first bar, with a
+    // horn call (trumpets joining the second time) and the ice glinting
+    // above.
     for (int b = 0; b < 8; ++b, at += 4) {
-        Ostinato8(s, at, kIntro[b], 64 + 3 * b);
-        BassBar(s, at, kIntro[b], 78 + 2 * b, b >= 4);
+        Ostinato8(s, at, kIntro[b], 84 + b);
+        BassBar(s, at, kIntro[b], 98, true);
+        DrumBar(s, at, b % 4 == 3 ? 2 : 0, b == 4);
     }
+    Blow(s, 0, "Dm", 0.9);
+    s.Line(0, Horns, 98, std::string(kHornCall1) + kHornCall2);
+    s.Line(16, Trumpets, 86, kHornCall2, 12);
     s.Line(16, Ice, 70, kIceFigure);
     s.Line(24, Ice, 74, "Bb5:.5 D6:.5 F6:.5 D6:.5 Bb5:1 r:1  C#6:.5 E6:.5 A6:1 r:2");
 
@@ -141,7 +169,7 @@ Buffer MakeFinalWave(const std::string& soundFont) {
     // The quiet build: the pulse, the choir and the ice, then a timpani roll
     // and snare roll that swell into the last return of the theme.
     double build = at;
-    s.Ramp(build, 4, Ostinato, 11, 120, 90);
+    s.Ramp(build, 4, Ostinato, 11, 127, 90);
     s.Ramp(build + 16, 16, Ostinato, 11, 90, 127);
     for (int b = 0; b < 8; ++b, at += 4) {
         Ostinato8(s, at, kBuild[b], 70 + 3 * b);
@@ -171,7 +199,6 @@ Buffer MakeFinalWave(const std::string& soundFont) {
     // Ending: the progression once more, then four hammer blows and a held D.
     for (int b = 0; b < 8; ++b, at += 4) {
         const char* chord = kEnding[b];
-        bool last = b == 7;
         if (b < 4) {
             Ostinato8(s, at, chord, 88);
             BassBar(s, at, chord, 104, true);
@@ -180,17 +207,7 @@ Buffer MakeFinalWave(const std::string& soundFont) {
             s.Chord(at, 3.8, Horns, 84, Voicing(ParseChord(chord), 57));
             continue;
         }
-        std::vector<int> stab = Voicing(ParseChord(chord), 62);
-        int root = RootFrom(ParseChord(chord), 38);
-        double len = last ? 7.5 : 0.9;
-        s.Chord(at, len, Horns, 110, Voicing(ParseChord(chord), 57));
-        s.Chord(at, len, Trumpets, 104, stab);
-        s.Chord(at, len, ChoirCh, 96, stab);
-        s.Chord(at, len, Ostinato, 100, {root + 7, root + 12});
-        s.Note(at, len, Bass, root - 12, 110);
-        s.Note(at, 0.5, Timp, root, 118);
-        s.Note(at, 2, kDrumChannel, Drum::Crash, 100);
-        s.Note(at, 0.5, kDrumChannel, Drum::BassDrum, 118);
+        Blow(s, at, chord, b == 7 ? 7.5 : 0.9);
     }
     s.Tempo(at - 8, 120);
     s.Tempo(at - 4, 104);

@@ -1,8 +1,10 @@
 // The light comedic drum groove of the first two levels: a swung kit with
-// tick-tock woodblocks, a tuba's oom-pah and cartoon percussion (cuica,
-// vibraslap, cowbell), as a 16-bar seamless loop. Depends on MusicKit.h.
+// tick-tock woodblocks, an oom-pah of tuba and plucked strings and cartoon
+// percussion (cuica, vibraslap, cowbell), as a 16-bar seamless loop.
+// Depends on MusicKit.h and Mastering.h.
 // Limits: the loop is exact only because the bar length is a whole number
 // of FluidSynth's 64-sample blocks and nothing varies between passes.
+#include "Mastering.h"
 #include "MusicKit.h"
 #include "Sounds.h"
 
@@ -24,8 +26,8 @@ void AddBar(Score& s, double at, int bar) {
     bool fill = bar == kBars - 1;
     bool phraseEnd = bar % 4 == 3;
     // Kick with a bouncy pickup, side stick on the backbeat.
-    s.Note(at, 0.3, D, Kick, 92);
-    s.Note(at + 2, 0.3, D, Kick, 86);
+    s.Note(at, 0.3, D, Kick, 84);
+    s.Note(at + 2, 0.3, D, Kick, 78);
     if (bar % 2 == 1) s.Note(at + 1 + kSwing, 0.2, D, Kick, 62);
     s.Note(at + 1, 0.2, D, SideStick, 80);
     if (!fill) s.Note(at + 3, 0.2, D, SideStick, 82);
@@ -64,6 +66,11 @@ void AddBar(Score& s, double at, int bar) {
         s.Note(at + 3, 0.3, 0, root + 2, 70);
         s.Note(at + 3 + kSwing, 0.3, 0, root + 4, 74);
     }
+    // The "pah" to the tuba's "oom": plucked chords on two and four, which
+    // also keep the groove's bounce on speakers too small for the tuba.
+    std::vector<int> pah = Voicing(chord, 60);
+    s.Chord(at + 1, 0.25, 2, 88, pah);
+    if (!fill) s.Chord(at + 3, 0.25, 2, 84, pah);
     // Staccato bassoon chirps on the off-beats: the comic answer.
     if (bar % 4 == 1 || bar % 4 == 2) {
         std::vector<int> tones = Voicing(chord, 55);
@@ -79,8 +86,9 @@ void AddBar(Score& s, double at, int bar) {
 // the end of the previous pass will when the loop comes round.
 Buffer MakeComedyDrums(const std::string& soundFont) {
     Score s(kBpm, 71, 0.0);
-    Setup(s, 0, Gm::Tuba, 96, 58);
+    Setup(s, 0, Gm::Tuba, 80, 58);
     Setup(s, 1, Gm::Bassoon, 84, 80);
+    Setup(s, 2, Gm::Pizzicato, 112, 44);
     Setup(s, kDrumChannel, 0, 110, 64);
     const int leadIn = 2;
     for (int k = 0; k < leadIn; ++k) AddBar(s, 4.0 * k, kBars - leadIn + k);
@@ -97,6 +105,6 @@ Buffer MakeComedyDrums(const std::string& soundFont) {
     Reverb room(0.35, 0.6);
     room.Apply(out, 0.25);
     DropHead(out, head);
-    Master(out, true, false);
+    Master(out, SoundKind::Loop);
     return out;
 }

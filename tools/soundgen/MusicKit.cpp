@@ -2,6 +2,7 @@
 // MusicKit.h). Depends on Score.h and Synth.h.
 // Limits: voicings are close position only.
 #include "MusicKit.h"
+#include "Mastering.h"
 
 #include <algorithm>
 
@@ -62,6 +63,6 @@ Buffer FinishPiece(const Score& score, const std::string& soundFont, double room
     hall.Apply(out, wet);
     RemoveDc(out);
     FadeEdges(out, Frames(0.002), Frames(1.5));
-    Master(out, false, false);
+    Master(out, SoundKind::Music);
     return out;
 }

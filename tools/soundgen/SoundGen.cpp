@@ -7,6 +7,7 @@
 // seeded, so the bytes are the same on every run whatever the thread order.
 // Limits: needs a General MIDI SoundFont for the music; exits non-zero if
 // any sound cannot be made or written.
+#include "Mastering.h"
 #include "OggWriter.h"
 #include "SoundManifest.h"
 #include "Sounds.h"
@@ -91,9 +92,10 @@ bool MakeOne(std::size_t index, const std::string& outDir, const std::string& so
     }
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &cpu1);
     double took = double(cpu1.tv_sec - cpu0.tv_sec) + 1e-9 * double(cpu1.tv_nsec - cpu0.tv_nsec);
-    std::printf(
-        "soundgen: %-62s %6.1f s  rms %5.1f dB  peak %5.1f dB  (%.1f s of processor time)\n",
-        entry.file, double(sound.left.size()) / kRate, RmsDb(sound), PeakDb(sound), took);
+    // The small-speaker figure shows at a glance what a laptop loses.
+    std::printf("soundgen: %-62s %5.1f s  %5.1f LUFS (%5.1f small)  peak %5.1f dB  (%.1f s)\n",
+                entry.file, double(sound.left.size()) / kRate, LoudnessOf(sound, entry.kind),
+                LoudnessOf(SmallSpeaker(sound), entry.kind), PeakDb(sound), took);
     return true;
 }
 

@@ -1,5 +1,5 @@
 // The sound set of the game: every file name the game opens, whether it
-// loops, how long it may be, and the loudness everything is mixed to.
+// loops, how long it may be, and the loudness each family is mixed to.
 // Shared by the sound generator and the resource tests so the list lives in
 // one place. Depends on nothing. Names are relative to the Resources folder.
 #pragma once
@@ -21,14 +21,27 @@ struct SoundEntry {
 inline constexpr int kSoundRate = 44100;
 inline constexpr int kSoundChannels = 2;
 
-// Loudness: every sound is mixed to this RMS level (dBFS). Loops and music
-// are measured over the whole file; the arrow over its loudest 100 ms, since
-// it is silent for most of its short length.
-inline constexpr double kLoudnessTargetDb = -20.0;
-// How far the level of any sound may stray from the target.
-inline constexpr double kLoudnessToleranceDb = 2.5;
-// Window for the one-shot loudness measure.
-inline constexpr double kOneShotLoudnessWindow = 0.1;
+// Loudness (EBU R128, LUFS): each family has one level, so that sounds of
+// very different spectra sound equally loud. Ambiences sit lowest, under
+// everything; music, which never plays over an ambience, above them; the
+// arrow, a short shot that must be heard over any ambience, highest, as its
+// loudest 400 ms. Loops and music are measured over the whole file.
+inline constexpr double kAmbienceLoudness = -23.0;
+inline constexpr double kMusicLoudness = -18.0;
+inline constexpr double kEffectLoudness = -14.0;
+
+// The loudness each kind of sound is mixed to.
+constexpr double LoudnessTarget(SoundKind kind) {
+    return kind == SoundKind::Loop    ? kAmbienceLoudness
+           : kind == SoundKind::Music ? kMusicLoudness
+                                      : kEffectLoudness;
+}
+// How far a finished file may stray from its target (the codec and the
+// limiter move it a little).
+inline constexpr double kLoudnessToleranceLu = 1.0;
+// Small speakers (laptops, tablets) give nothing below this (Hz); the
+// ambiences are made to stay level with one another there too.
+inline constexpr double kSmallSpeakerHz = 150.0;
 // Peaks stay below this after encoding; the mix aims lower to leave room
 // for the codec's overshoot.
 inline constexpr double kPeakLimitDb = -1.0;
@@ -39,7 +52,8 @@ inline constexpr SoundEntry kSoundSet[] = {
     {"12 - WATER OCEAN WAVES COMING IN, LIGHT.ogg", SoundKind::Loop, 20.0, 90.0},
     {"91 - VOLCANO LARGE VOLCANO ERUPTING, EXPLODING, RUMBLE.ogg", SoundKind::Loop, 20.0, 90.0},
     {"33 - Med Cold Wind Trees.ogg", SoundKind::Loop, 20.0, 90.0},
-    {"35 - RAIN, THUNDER HEAVY RAIN WITH THUNDER RUMBLE AND CLAPS.ogg", SoundKind::Loop, 20.0,
+    // The storm's loop is long so that its thunder does not come round on a beat.
+    {"35 - RAIN, THUNDER HEAVY RAIN WITH THUNDER RUMBLE AND CLAPS.ogg", SoundKind::Loop, 60.0,
      90.0},
     {"DrumsComedy CTE10_45.4.ogg", SoundKind::Loop, 10.0, 90.0},
     {"24 - Arrow Swoosh.ogg", SoundKind::OneShot, 0.1, 0.5},

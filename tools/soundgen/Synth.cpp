@@ -1,14 +1,9 @@
 // Building blocks of the sound generator (see Synth.h): noise, filters,
-// envelopes, reverb, loop joins, loudness and the peak limiter.
-// Depends on the standard library and SoundManifest.h for the mix targets.
-// Limits: the limiter is a simple look-ahead gain rider, not a true-peak
-// meter; the codec can overshoot a little, hence a ceiling below the limit.
+// envelopes, reverb and loop joins. Depends on the standard library.
 #include "Synth.h"
-#include "SoundManifest.h"
 
 #include <algorithm>
 #include <cmath>
-#include <deque>
 
 // Makes a silent buffer of the given length in samples.
 Buffer MakeBuffer(std::size_t frames) {
@@ -216,99 +211,5 @@ void RemoveDc(Buffer& buffer) {
         for (float v : *ch) sum += v;
         float mean = float(sum / double(ch->size()));
         for (float& v : *ch) v -= mean;
-    }
-}
-
-// Converts a linear power (mean square) to dB, guarding silence.
-static double PowerDb(double meanSquare) {
-    return 10.0 * std::log10(std::max(meanSquare, 1e-20));
-}
-
-// RMS over both channels.
-double RmsDb(const Buffer& buffer) {
-    double sum = 0;
-    for (std::size_t i = 0; i < buffer.left.size(); ++i)
-        sum += double(buffer.left[i]) * buffer.left[i] + double(buffer.right[i]) * buffer.right[i];
-    return PowerDb(sum / std::max<double>(1.0, 2.0 * double(buffer.left.size())));
-}
-
-// Loudest sliding-window RMS.
-double PeakWindowRmsDb(const Buffer& buffer, std::size_t window) {
-    std::size_t n = buffer.left.size();
-    window = std::clamp<std::size_t>(window, 1, std::max<std::size_t>(1, n));
-    double sum = 0, best = 0;
-    for (std::size_t i = 0; i < n; ++i) {
-        sum += double(buffer.left[i]) * buffer.left[i] + double(buffer.right[i]) * buffer.right[i];
-        if (i >= window) {
-            std::size_t j = i - window;
-            sum -=
-                double(buffer.left[j]) * buffer.left[j] + double(buffer.right[j]) * buffer.right[j];
-        }
-        if (i + 1 >= window) best = std::max(best, sum);
-    }
-    return PowerDb(best / (2.0 * double(window)));
-}
-
-// Absolute peak.
-double PeakDb(const Buffer& buffer) {
-    float peak = 0;
-    for (std::size_t i = 0; i < buffer.left.size(); ++i)
-        peak = std::max({peak, std::fabs(buffer.left[i]), std::fabs(buffer.right[i])});
-    return 20.0 * std::log10(std::max(double(peak), 1e-10));
-}
-
-// Look-ahead limiter: the gain each sample needs is spread by a sliding
-// minimum over +-radius and then averaged over +-radius, so the gain never
-// exceeds what any nearby sample needs yet changes without steps.
-static void Limit(Buffer& buffer, double ceilingDb, bool circular) {
-    std::size_t n = buffer.left.size();
-    if (n == 0) return;
-    const long radius = long(Frames(0.008));
-    const double ceiling = std::pow(10.0, ceilingDb / 20.0);
-    long len = long(n) + 4 * radius;
-    auto sampleAt = [&](long j) -> double {
-        if (circular)
-            j = ((j % long(n)) + long(n)) % long(n);
-        else if (j < 0 || j >= long(n))
-            return 1.0;
-        double a = std::max(std::fabs(buffer.left[j]), std::fabs(buffer.right[j]));
-        return a > ceiling ? ceiling / a : 1.0;
-    };
-    // need[k] is the gain for index k - 2 * radius.
-    std::vector<double> need(std::size_t(len), 1.0), low(std::size_t(len), 1.0);
-    for (long k = 0; k < len; ++k) need[k] = sampleAt(k - 2 * radius);
-    std::deque<long> window;
-    for (long k = 0; k < len + radius; ++k) {
-        if (k < len) {
-            while (!window.empty() && need[window.back()] >= need[k]) window.pop_back();
-            window.push_back(k);
-        }
-        long centre = k - radius;
-        if (centre < 0) continue;
-        while (window.front() < centre - radius) window.pop_front();
-        low[centre] = need[window.front()];
-    }
-    std::vector<double> prefix(std::size_t(len) + 1, 0.0);
-    for (long k = 0; k < len; ++k) prefix[k + 1] = prefix[k] + low[k];
-    for (long i = 0; i < long(n); ++i) {
-        long k = i + 2 * radius;
-        double g = (prefix[k + radius + 1] - prefix[k - radius]) / double(2 * radius + 1);
-        // Rounding in the average may leave a hair above the ceiling.
-        g = std::min(g, need[k]);
-        buffer.left[i] *= float(g);
-        buffer.right[i] *= float(g);
-    }
-}
-
-// Scales to the loudness target and limits peaks, twice, since limiting
-// lowers the level a little.
-void Master(Buffer& buffer, bool circular, bool oneShot) {
-    for (int pass = 0; pass < 3; ++pass) {
-        double level =
-            oneShot ? PeakWindowRmsDb(buffer, Frames(kOneShotLoudnessWindow)) : RmsDb(buffer);
-        double gain = std::pow(10.0, (kLoudnessTargetDb - level) / 20.0);
-        for (float& v : buffer.left) v *= float(gain);
-        for (float& v : buffer.right) v *= float(gain);
-        Limit(buffer, kPeakCeilingDb, circular);
     }
 }

@@ -1,9 +1,9 @@
 // Building blocks of the sound generator: a stereo buffer, a seeded noise
 // source, filters whose cutoff may move every sample, envelopes, slow random
-// movement, a room reverb, seamless loop joins and the final loudness and
-// peak treatment. Depends only on the standard library. Everything is
-// deterministic: the same seed gives the same samples on every run. Limits:
-// 44.1 kHz stereo float only, no resampling.
+// movement, a room reverb and seamless loop joins; the final loudness and
+// peak treatment are in Mastering.h. Depends only on the standard library.
+// Everything is deterministic: the same seed gives the same samples on every
+// run. Limits: 44.1 kHz stereo float only, no resampling.
 #pragma once
 
 #include <cstddef>
@@ -157,16 +157,3 @@ void FadeEdges(Buffer& buffer, std::size_t fadeInFrames, std::size_t fadeOutFram
 
 // Removes any constant offset (low-frequency drift) from both channels.
 void RemoveDc(Buffer& buffer);
-
-// RMS level of the buffer in dBFS over both channels.
-double RmsDb(const Buffer& buffer);
-// Loudest RMS level of any window of `window` samples (dBFS).
-double PeakWindowRmsDb(const Buffer& buffer, std::size_t window);
-// Absolute peak in dBFS.
-double PeakDb(const Buffer& buffer);
-
-// Mixes the sound to its final level: scales it to the loudness target and
-// holds peaks under the ceiling with a look-ahead limiter whose gain moves
-// smoothly. `circular` treats the buffer as a loop so the gain matches
-// across the seam; `oneShot` measures loudness over the loudest 100 ms.
-void Master(Buffer& buffer, bool circular, bool oneShot);
