@@ -13,7 +13,7 @@ SHELL := /bin/bash
 JOBS := $(shell nproc)
 SUDO := $(shell [ "$$(id -u)" -eq 0 ] || echo sudo)
 
-.PHONY: play test deps build build-test bench clean
+.PHONY: play test deps build build-test bench gallery clean
 
 deps:
 	@missing=""; for p in $(PACKAGES); do \
@@ -43,6 +43,15 @@ test: build-test
 bench: build
 	cmake --build build -j $(JOBS) --target benchmarks
 	cd build && xvfb-run -a -s "-screen 0 800x600x24" ctest -V -L bench
+
+# One picture of every screen and overlay, from the real game, in build/gallery
+# (windowed 800 x 600, and full screen at 1366 x 768 in build/gallery/wide).
+gallery: build
+	cmake --build build -j $(JOBS) --target quarrow-gallery
+	cd build && ALSOFT_DRIVERS=null xvfb-run -a -s "-screen 0 800x600x24" \
+	  ./tools/gallery/quarrow-gallery gallery
+	cd build && ALSOFT_DRIVERS=null xvfb-run -a -s "-screen 0 1366x768x24" \
+	  ./tools/gallery/quarrow-gallery --full-screen gallery/wide
 
 clean:
 	rm -rf build build-test
