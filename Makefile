@@ -2,7 +2,7 @@
 #   make play      install what is missing, build, start the game
 #   make test      install what is missing, build with sanitizers, run every test headless
 #   make package   install what is missing, build the Debian package (in build/)
-PACKAGES := cmake g++ make pkg-config dpkg-dev \
+PACKAGES := cmake g++ make pkg-config dpkg-dev file \
 	libsdl2-dev libglew-dev libgl-dev libpng-dev \
 	libopenal-dev libvorbis-dev libogg-dev \
 	libfreetype-dev libfontconfig-dev fonts-dejavu-core \
