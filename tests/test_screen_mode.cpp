@@ -1,3 +1,4 @@
+// CTest label: integration
 // Switching between full screen and the 800 x 600 window while playing: F11
 // and Alt+Enter act in every state, and afterwards a click at a button's
 // very edge still hits it, in the window and in full screen.
