@@ -306,11 +306,10 @@ void ExpectBackdrop(const std::string& capture, float x, float y) {
     const TestRgba seen = TestPixelAtWorld(shot, sw, sh, x, y);
     const unsigned char* p =
         &backdrop[((size_t)((300 - y) * 2) * bw + (size_t)((x + 400) * 2)) * 4];
-    const TestRgba drawn{p[0], p[1], p[2], p[3]};
-    constexpr int kFilterTolerance = 24; // neighbouring texels blended by the scaling
-    EXPECT_TRUE(TestNear(seen, drawn, kFilterTolerance))
-        << "at (" << x << ", " << y << ") expected the backdrop's " << TestDescribe(drawn)
-        << ", saw " << TestDescribe(seen) << " (tolerance " << kFilterTolerance << ")";
+    // Neighbouring texels blend where the picture is scaled to the screen.
+    constexpr TestTolerance kFilterTolerance = {"the backdrop's scaling filter", 24};
+    EXPECT_TRUE(TestPixelNear(seen, TestRgba{p[0], p[1], p[2], p[3]}, kFilterTolerance))
+        << "at (" << x << ", " << y << ")";
 }
 
 TEST(Launcher, TheGameReachesTheMenuAndEachPlayersRatingsStayInTheirHome) {
