@@ -39,6 +39,7 @@ refresh() {
     mkdir -p -- "$folder/Resources" 2>/dev/null || return 1
     [ -w "$folder/Resources" ] || return 1
     for file in "$installed/Resources"/*; do
+        [ -e "$file" ] || continue # an empty or missing installed folder
         name=${file##*/}
         link="$folder/Resources/$name"
         [ "$name" = Scores.txt ] && continue
