@@ -10,13 +10,16 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 #include "GamePlay.h"
 #include "GameStateManager.h"
+#include "Level.h"
 #include "PauseOverlay.h"
 #include "VXInput.h"
 #include "VXPlatform.h"
+#include "VXSeam.h"
 #include "VXSystem.h"
 
 namespace {
@@ -153,6 +156,57 @@ INSTANTIATE_TEST_SUITE_P(ScreenMode, EveryState,
                              for (char& ch : name)
                                  if (ch == ' ') ch = '_';
                              return name;
+                         });
+
+// Whether the frame just drawn showed this picture (the draw log records
+// every picture a frame draws).
+bool Drew(const char* picture) {
+    for (const VXSeamDraw& d : VXSeamDrawsThisFrame())
+        if (std::filesystem::path(d.picture).filename() == picture) return true;
+    return false;
+}
+
+// The level select, switched while its loading screen runs (those frames
+// sample no input): level 1's button covers exactly (-350, 50) +- 30, with
+// none of the ordinary buttons' widening.
+struct MenuCase {
+    const char* name;
+    bool altEnterToo; // F11 alone leaves the window; Alt+Enter after it, full screen
+    const Mode* mode;
+};
+
+class LevelSelect : public ::testing::TestWithParam<MenuCase> {};
+
+TEST_P(LevelSelect, ALevelButtonsCornerIsHitAfterASwitchDuringTheLoadingScreen) {
+    const MenuCase c = GetParam();
+    VXSeamRecordDraws(true);
+    GamePlay play;
+    play.Run(GS_MAIN_MENU, 1, 1, [&](GameScript& s) {
+        s.Frames(1);
+        ASSERT_TRUE(Drew("loading.png")) << "the menu opens on its loading screen";
+        SwitchWithF11(s);
+        if (c.altEnterToo) SwitchWithAltEnter(s);
+        EXPECT_TRUE(Drew("loading.png")) << "the loading screen is still up";
+        ExpectMode(s, *c.mode, "the loading screen");
+        ASSERT_GE(s.Until([] { return Drew("MenuBG.png"); }), 0);
+        for (Point outside : {Point{-319, 80}, Point{-320, 81}, Point{-381, 50}, Point{-350, 19}}) {
+            ClickWorld(s, *c.mode, outside.x, outside.y);
+            EXPECT_EQ(GS_MAIN_MENU, gGameStateNext)
+                << "(" << outside.x << ", " << outside.y << ") is off level 1";
+        }
+        ClickWorld(s, *c.mode, -320, 80);
+        EXPECT_TRUE(gGameStateCurr == GS_NEXT_SCREEN || gGameStateNext == GS_NEXT_SCREEN)
+            << "the corner (-320, 80) is on level 1";
+        EXPECT_EQ(1, gCurrentLevel);
+    });
+    VXSeamRecordDraws(false);
+}
+
+INSTANTIATE_TEST_SUITE_P(ScreenMode, LevelSelect,
+                         ::testing::Values(MenuCase{"window", false, &kWindow},
+                                           MenuCase{"full_screen_again", true, &kFullScreen}),
+                         [](const ::testing::TestParamInfo<MenuCase>& info) {
+                             return std::string(info.param.name);
                          });
 
 } // namespace
