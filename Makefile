@@ -1,22 +1,26 @@
-# Quarrow: the two commands a player or a maintainer needs.
-#   make play   install what is missing, build, start the game
-#   make test   install what is missing, build with sanitizers, run every test headless
-PACKAGES := cmake g++ make pkg-config \
+# Quarrow: the commands a player or a maintainer needs.
+#   make play      install what is missing, build, start the game
+#   make test      install what is missing, build with sanitizers, run every test headless
+#   make package   install what is missing, build the Debian package (in build/)
+PACKAGES := cmake g++ make pkg-config dpkg-dev file \
 	libsdl2-dev libglew-dev libgl-dev libpng-dev \
 	libopenal-dev libvorbis-dev libogg-dev \
 	libfreetype-dev libfontconfig-dev fonts-dejavu-core \
 	libcairo2-dev libfluidsynth-dev fluidr3mono-gm-soundfont libebur128-dev \
 	libgtest-dev clang-format \
 	xvfb xauth sox
+# What the package tests check the Debian package with.
+TEST_PACKAGES := lintian desktop-file-utils appstream
 
 SHELL := /bin/bash
 JOBS := $(shell nproc)
 SUDO := $(shell [ "$$(id -u)" -eq 0 ] || echo sudo)
 
-.PHONY: play test deps build build-test bench gallery clean
+.PHONY: play test package deps test-deps build build-test bench gallery clean
 
-deps:
-	@missing=""; for p in $(PACKAGES); do \
+# Installs those of the Debian packages $(1) that are missing.
+define install-missing
+	@missing=""; for p in $(1); do \
 	  dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q 'install ok installed' || missing="$$missing $$p"; \
 	done; \
 	if [ -n "$$missing" ]; then \
@@ -24,6 +28,13 @@ deps:
 	  $(SUDO) apt-get update -qq && \
 	  DEBIAN_FRONTEND=noninteractive $(SUDO) apt-get install -y -qq --no-install-recommends $$missing; \
 	fi
+endef
+
+deps:
+	$(call install-missing,$(PACKAGES))
+
+test-deps:
+	$(call install-missing,$(PACKAGES) $(TEST_PACKAGES))
 
 build: deps
 	cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo
@@ -32,13 +43,19 @@ build: deps
 play: build
 	cd build && ./quarrow
 
-build-test: deps
+build-test: test-deps
 	cmake -S . -B build-test -DCMAKE_BUILD_TYPE=Debug -DQUARROW_SANITIZE=ON
 	cmake --build build-test -j $(JOBS)
 
 test: build-test
 	. tests/test-env.sh && cd build-test && \
 	  xvfb-run -a -s "-screen 0 1280x1024x24" ctest --output-on-failure -j $(JOBS) -LE bench
+
+# The .deb lands in build/; `sudo apt install ./build/quarrow_*.deb` installs it.
+package: deps
+	cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo
+	cmake --build build -j $(JOBS) --target packaged
+	cd build && cpack
 
 bench: build
 	cmake --build build -j $(JOBS) --target benchmarks
