@@ -284,10 +284,10 @@ void Meadow(cairo_t* cr) {
         cairo_fill(c);
     });
     // Stones and mushrooms along the clearing's rim.
-    const double stones[][3] = {{300, 70, 9}, {250, 150, 12}, {540, 250, 10}, {210, 220, 8}};
+    const double stones[][3] = {{300, 70, 9}, {250, 150, 12}, {578, 218, 9}, {210, 220, 8}};
     for (auto& s : stones) Boulder(cr, s[0], s[1], s[2], Hex(0xa8a498), Hex(0x5e5a52));
     for (int i = 0; i < 3; ++i) {
-        double x = 560 + i * 9, y = 300 - (i % 2) * 6;
+        double x = 622 + i * 9, y = 268 - (i % 2) * 6;
         InkLine(cr, x, y, x, y - 6, 2.4, Hex(0xf0e6d0), 0.8);
         Ellipse(cr, x, y - 7, 5, 3.2);
         FillFlat(cr, Pal::kRed, 1.2);
@@ -377,7 +377,7 @@ void Beach(cairo_t* cr) {
         Ellipse(cr, tx, ty, 6, 6);
         FillFlat(cr, Hex(0x7a5020), 1.5);
     };
-    palm(780, 600, -0.5, 90);
+    palm(805, 612, -0.25, 62);
     palm(790, 130, -0.6, 70);
     palm(330, 40, 0.4, 40);
     Boulder(cr, 740, 470, 12, Hex(0xb0a89a), Hex(0x6a6258));
@@ -395,6 +395,7 @@ void Volcano(cairo_t* cr) {
     // Faint old cracks across the rock.
     for (int i = 0; i < 30; ++i) {
         double x = rng.Range(0, 800), y = rng.Range(0, 600);
+        // A glowing crack anywhere near the board would outshine a tile's edge.
         bool near = FromBoard(b, x, y) < kClear;
         cairo_move_to(cr, x, y);
         double ang = rng.Range(0, 2 * M_PI);
@@ -403,6 +404,7 @@ void Volcano(cairo_t* cr) {
             x += 12 * std::cos(ang);
             y += 12 * std::sin(ang);
             cairo_line_to(cr, x, y);
+            near = near || FromBoard(b, x, y) < kClear;
         }
         SetRgb(cr, near ? Hex(0x120a08) : Hex(0xff7a2a), near ? 0.6 : 0.7);
         cairo_set_line_width(cr, near ? 2 : 2.4);

@@ -664,7 +664,7 @@ bool DrawMonsters(const std::string& dir) {
                 [](cairo_t* cr, double p) { Spider(cr, kSpiderling, p); });
     ok &= Sheet(dir, "SpiderAttack.png", 1.0,
                 [](cairo_t* cr, double p) { SpiderStrike(cr, kSpiderling, p); });
-    ok &= Sheet(dir, "BroodWalk.png", 0.94, [](cairo_t* cr, double p) { Spider(cr, kBrood, p); });
+    ok &= Sheet(dir, "BroodWalk.png", 0.9, [](cairo_t* cr, double p) { Spider(cr, kBrood, p); });
     ok &= Sheet(dir, "YetiWalk.png", 0.92, [](cairo_t* cr, double p) { Yeti(cr, p); });
     ok &= Sheet(dir, "YetiAttack.png", 1.0, [](cairo_t* cr, double p) { YetiStrike(cr, p); });
     ok &= Sheet(dir, "WraithWalk.png", 1.0, [](cairo_t* cr, double p) { Wraith(cr, p); });
