@@ -207,11 +207,15 @@ const CreditLine kCredits[] = {
     {3, "BSD licence"},
     {4, ""},
     {1, "Every picture and sound"},
-    {2, "drawn and composed by the game's own tools"},
+    {2, "drawn and composed"},
+    {2, "by the game's own tools"},
     {4, ""},
     {4, ""},
     {1, "Thank you for playing!"},
 };
+
+// The credits' plain night at both sides, and the margin every line keeps.
+constexpr double kSkyMargin = 24, kTextMargin = 48;
 
 // The credits scroll.
 bool Credits(const std::string& dir) {
@@ -225,7 +229,9 @@ bool Credits(const std::string& dir) {
     FillOutlined(cr, Hex(0x1a2040), Hex(0x0c1020), 0, h, 0);
     Rng rng(31);
     for (int i = 0; i < 500; ++i) {
-        double x = rng.Range(0, w), y = rng.Range(0, h);
+        // Stars keep off the outermost columns too: those stay plain night,
+        // so a line too wide for the screen would show there.
+        double x = rng.Range(kSkyMargin, w - kSkyMargin), y = rng.Range(0, h);
         if (x > 150 && x < 650) continue;
         StarPath(cr, x, y, rng.Range(1, 3), 0.6, 4, 0);
         SetRgb(cr, {1, 1, 0.9}, rng.Range(0.3, 0.8));
@@ -251,19 +257,25 @@ bool Credits(const std::string& dir) {
         const CreditLine& l = kCredits[i];
         double step = share(l.kind);
         double cy = y + unit * step / 2;
+        // The picture is exactly as wide as the screen: every line keeps a
+        // margin inside it, shrinking if it must.
+        auto fit = [&](double size, bool bold) {
+            while (size > 12 && LetterWidth(cr, l.text, size, bold) > w - 2 * kTextMargin)
+                size -= 1;
+            return size;
+        };
         switch (l.kind) {
         case 0:
-            Letter(cr, l.text, w / 2, cy, 110, Pal::kGold, 10);
+            Letter(cr, l.text, w / 2, cy, fit(110, true), Pal::kGold, 10);
             break;
         case 1:
-            Letter(cr, l.text, w / 2, cy, 34, Hex(0x9be05a), 4);
+            Letter(cr, l.text, w / 2, cy, fit(34, true), Hex(0x9be05a), 4);
             break;
         case 2:
-            Letter(cr, l.text, w / 2, cy, 40, Pal::kCream, 4);
+            Letter(cr, l.text, w / 2, cy, fit(40, true), Pal::kCream, 4);
             break;
         case 3: {
-            double size = 24;
-            while (size > 12 && LetterWidth(cr, l.text, size, false) > w - 80) size -= 1;
+            double size = fit(24, false);
             double tw = LetterWidth(cr, l.text, size, false);
             LetterLeft(cr, l.text, w / 2 - tw / 2, cy, size, Hex(0xc8d0e8), false);
             break;
