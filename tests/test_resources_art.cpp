@@ -540,6 +540,28 @@ TEST(Contrast, MonsterOutlinesStandOutFromTheTiles) {
     }
 }
 
+// The credits picture is exactly as wide as the screen, so a line wider
+// than its text column is cut off at both sides: the outermost columns stay
+// the plain night sky from top to bottom.
+TEST(Pictures, CreditLinesFitTheScreensWidth) {
+    Picture p;
+    ASSERT_TRUE(Load("Credit.png", p));
+    const int kEdgePx = 16;       // outermost columns with nothing but sky
+    const int kSkyChannel = 0x50; // the sky's gradient stays darker than this
+    int lit = 0, firstY = -1;
+    for (int y = 0; y < p.height; ++y)
+        for (int x = 0; x < p.width; ++x) {
+            if (x >= kEdgePx && x < p.width - kEdgePx) continue;
+            const unsigned char* c = &p.rgba[(size_t(y) * p.width + x) * 4];
+            if (std::max({c[0], c[1], c[2]}) <= kSkyChannel) continue;
+            if (firstY < 0) firstY = y;
+            ++lit;
+        }
+    EXPECT_EQ(lit, 0) << "expected no pixel brighter than kSkyChannel " << kSkyChannel
+                      << " within kEdgePx " << kEdgePx << " of the sides, actual " << lit
+                      << " (first in row " << firstY << ")";
+}
+
 // All of Resources, pictures and sounds together, stays under 30 MB.
 TEST(Resources, WholeFolderIsUnder30MB) {
     uintmax_t total = 0;
