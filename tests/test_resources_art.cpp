@@ -562,6 +562,41 @@ TEST(Pictures, CreditLinesFitTheScreensWidth) {
                       << " (first in row " << firstY << ")";
 }
 
+// The rating art is drawn off the axis it belongs to, so the pictures make
+// up for it: the stars (drawn centred at x 410) centre on the win screen's
+// axis, x 400; the star panel (drawn centred at x 315) centres on the row of
+// leaves in front of it (x 260, 330, 400: centre 330).
+TEST(Pictures, RatingArtCentresOnWhatItBelongsTo) {
+    struct Case {
+        const char* name;
+        double drawnCentre, drawnWidth, axis; // screen units
+    };
+    const Case cases[] = {{"1star.png", 410, 260, 400},
+                          {"2star.png", 410, 260, 400},
+                          {"3star.png", 410, 260, 400},
+                          {"lvlStarBG.png", 315, 270, 330}};
+    const double kCentreTolerance = 2; // units
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Picture p;
+        ASSERT_TRUE(Load(c.name, p));
+        int left = p.width, right = -1;
+        for (int y = 0; y < p.height; ++y)
+            for (int x = 0; x < p.width; ++x)
+                if (p.Alpha(x, y) >= 128) {
+                    left = std::min(left, x);
+                    right = std::max(right, x);
+                }
+        ASSERT_GE(right, left) << "nothing drawn";
+        const double unitsPerPx = c.drawnWidth / p.width;
+        const double centre =
+            c.drawnCentre - c.drawnWidth / 2 + (left + right + 1) / 2.0 * unitsPerPx;
+        EXPECT_NEAR(centre, c.axis, kCentreTolerance)
+            << "expected the opaque art centred at x " << c.axis << " within kCentreTolerance "
+            << kCentreTolerance << ", actual " << centre;
+    }
+}
+
 // All of Resources, pictures and sounds together, stays under 30 MB.
 TEST(Resources, WholeFolderIsUnder30MB) {
     uintmax_t total = 0;
