@@ -78,8 +78,15 @@ bool Dialog(const std::string& dir, const char* name, const char* title, const c
     if (!s) return false;
     cairo_t* cr = Begin(s);
     Dim(cr, 0.45);
+    // Over the pause menu this dialog's ribbon lies exactly over the menu's
+    // own (same height, a unit higher, wider), so no sliver of the menu's
+    // ribbon shows behind it; the menu's panel shows below, a dialog behind
+    // this one, and a shadow sets this one in front.
+    RoundRect(cr, 226, 188, 360, 210, 24);
+    SetRgb(cr, {0, 0, 0}, 0.35);
+    cairo_fill(cr);
     Panel(cr, 220, 180, 360, 210, 24, 14);
-    TitleRibbon(cr, 400, 190, 280, title, ribbon);
+    TitleRibbon(cr, 400, 179, 280, title, ribbon);
     double size = 20;
     while (size > 12 && LetterWidth(cr, line, size, false) > 300) size -= 1;
     double w = LetterWidth(cr, line, size, false);
