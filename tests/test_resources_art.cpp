@@ -597,6 +597,35 @@ TEST(Pictures, RatingArtCentresOnWhatItBelongsTo) {
     }
 }
 
+// The options and confirmation dialogs open over the pause menu: whatever
+// the menu draws opaque round its title ribbon, the dialog covers.
+TEST(Pictures, DialogsHideThePauseMenusRibbon) {
+    Picture pause;
+    ASSERT_TRUE(Load("pauseM.png", pause));
+    // Round the pause menu's ribbon, in pixels: screen x 250..550, y 140..215.
+    const int x0 = 500, x1 = 1100, y0 = 280, y1 = 430;
+    const int kOpaque = 200, kCovering = 250; // alpha
+    for (const char* name : {"optionBG.png", "cfmBG.png"}) {
+        SCOPED_TRACE(name);
+        Picture dialog;
+        ASSERT_TRUE(Load(name, dialog));
+        ASSERT_EQ(dialog.width, pause.width);
+        int menu = 0, shows = 0, firstX = -1, firstY = -1;
+        for (int y = y0; y < y1; ++y)
+            for (int x = x0; x < x1; ++x) {
+                if (pause.Alpha(x, y) < kOpaque) continue;
+                ++menu;
+                if (dialog.Alpha(x, y) >= kCovering) continue;
+                if (shows++ == 0) firstX = x, firstY = y;
+            }
+        ASSERT_GT(menu, 1000) << "the pause menu's ribbon is not where it was looked for";
+        EXPECT_EQ(shows, 0) << "expected every opaque pause-menu pixel (alpha >= kOpaque "
+                            << kOpaque << ") under dialog alpha >= kCovering " << kCovering
+                            << ", actual " << shows << " showing, first at (" << firstX << ", "
+                            << firstY << ")";
+    }
+}
+
 // All of Resources, pictures and sounds together, stays under 30 MB.
 TEST(Resources, WholeFolderIsUnder30MB) {
     uintmax_t total = 0;
