@@ -124,9 +124,13 @@ bool TowerSheet(const std::string& dir, const char* name, int tier) {
             cairo_clip(cr);
             cairo_translate(cr, c * cw, r * ch);
             cairo_scale(cr, cw / 100.0, ch / 100.0);
-            // Shrink a little so the pennant stays inside the cell.
-            cairo_translate(cr, 8, 12);
-            cairo_scale(cr, 0.84, 0.84);
+            // Shrink a little so the pennant stays inside the cell, and
+            // draw the tower stout: drawn 40 units square over a 52-unit
+            // tile, a slim tower left most of its frame empty and was hard
+            // to aim at.
+            cairo_translate(cr, 50, 12);
+            cairo_scale(cr, 0.84 * 1.32, 0.84);
+            cairo_translate(cr, -50, 0);
             TowerBody(cr, tier, (c + r * e->columns) / 8.0);
             cairo_restore(cr);
         }
