@@ -173,7 +173,9 @@ bool Next(const std::string& dir) {
     Glow(cr, 400, 420, 140, Hex(0x8fe8ff), 0.6);
     DrawCrystalGem(cr, 400, 420, 50);
     Letter(cr, "Get Ready!", 400, 170, 84, Pal::kGold, 9);
-    Letter(cr, "The monsters are coming. Guard the crystal!", 400, 250, 24, Pal::kCream, 3.5);
+    // The same picture shows before every level and before the closing
+    // credits, so its words suit both.
+    Letter(cr, "The crystal shines on.", 400, 250, 28, Pal::kCream, 3.5);
     return Finish(cr, s, dir, "NextScreen.png");
 }
 
