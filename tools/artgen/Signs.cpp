@@ -222,7 +222,8 @@ bool Cursor(const std::string& dir) {
     cairo_line_to(cr, 40, 63);
     cairo_close_path(cr);
     cairo_set_line_join(cr, CAIRO_LINE_JOIN_MITER);
-    SetRgb(cr, Pal::kGold);
+    // Icy white-blue: gold would melt into the gold hover looks and locks.
+    SetRgb(cr, Hex(0xe8f8ff));
     cairo_fill_preserve(cr);
     SetRgb(cr, Pal::kInk);
     cairo_set_line_width(cr, 3);
@@ -241,7 +242,12 @@ bool Cursor(const std::string& dir) {
     return SaveArt(s, dir, "cursor.png");
 }
 
-// The loading strip: ten cells, a row of gems lighting up in turn.
+// The loading strip: ten cells, a row of five gems lighting up in turn.
+// The loading screen draws the strip and then the goblin through one clock,
+// and both advance it: every half second the clock moves on two cells, so
+// only every other cell shows (1, 3, 5, 7, 9 or 0, 2, 4, 6, 8, depending on
+// where the clock stood). Cells 2j and 2j + 1 light gem j, so either
+// sequence walks the light along the five gems one by one.
 bool Loading(const std::string& dir) {
     const ArtEntry* e = ArtFind("loading.png");
     cairo_surface_t* s = CanvasFor("loading.png");
@@ -251,13 +257,12 @@ bool Loading(const std::string& dir) {
     for (int k = 0; k < e->columns; ++k) {
         cairo_save(cr);
         cairo_translate(cr, k * cw, 0);
-        Letter(cr, "Loading", 150, 60, 52, Pal::kCream, 6);
-        for (int i = 0; i < 3; ++i) {
-            // A dot is bright on its own steps, so any step reads as motion.
-            bool lit = (k % 3) == i;
-            double x = 300 + i * 32;
-            if (lit) Glow(cr, x, 66, 22, Hex(0x8fe8ff), 0.8);
-            DrawCrystalGem(cr, x, 66, lit ? 16 : 11);
+        Letter(cr, "Loading", 140, 60, 52, Pal::kCream, 6);
+        for (int i = 0; i < 5; ++i) {
+            bool lit = k / 2 == i;
+            double x = 268 + i * 25;
+            if (lit) Glow(cr, x, 66, 20, Hex(0x8fe8ff), 0.8);
+            DrawCrystalGem(cr, x, 66, lit ? 15 : 10);
         }
         cairo_restore(cr);
     }
