@@ -626,6 +626,41 @@ TEST(Pictures, DialogsHideThePauseMenusRibbon) {
     }
 }
 
+// The loading screen's clock moves on two cells every half second, so a
+// player sees every other cell of the strip: 1, 3, 5, 7, 9 or 0, 2, 4, 6, 8.
+// Along either sequence the lit gem (the tallest one) steps evenly to the
+// right.
+TEST(Pictures, LoadingLightStepsEvenlyAlongEitherShownSequence) {
+    const ArtEntry* e = ArtFind("loading.png");
+    ASSERT_NE(e, nullptr);
+    Picture p;
+    ASSERT_TRUE(Load("loading.png", p));
+    const int cw = p.width / e->columns;
+    // Where in its cell the tallest opaque column stands, right of the word
+    // (which ends before 64% of the cell).
+    auto litX = [&](int cell) {
+        int best = -1, bestH = 0;
+        for (int x = cw * 64 / 100; x < cw; ++x) {
+            int h = 0;
+            for (int y = 0; y < p.height; ++y) h += p.Alpha(cell * cw + x, y) >= 128;
+            if (h > bestH) bestH = h, best = x;
+        }
+        return best;
+    };
+    const int kStepTolerancePx = 2;
+    for (int start = 0; start < 2; ++start) {
+        SCOPED_TRACE("cells from " + std::to_string(start));
+        std::vector<int> xs;
+        for (int k = start; k < 10; k += 2) xs.push_back(litX(k));
+        const int step = xs[1] - xs[0];
+        EXPECT_GT(step, 0) << "the light does not move right";
+        for (size_t i = 1; i < xs.size(); ++i)
+            EXPECT_NEAR(xs[i] - xs[i - 1], step, kStepTolerancePx)
+                << "step " << i << ": expected " << step << " px (kStepTolerancePx "
+                << kStepTolerancePx << "), actual " << xs[i] - xs[i - 1];
+    }
+}
+
 // All of Resources, pictures and sounds together, stays under 30 MB.
 TEST(Resources, WholeFolderIsUnder30MB) {
     uintmax_t total = 0;
