@@ -661,6 +661,55 @@ TEST(Pictures, LoadingLightStepsEvenlyAlongEitherShownSequence) {
     }
 }
 
+// A monster strikes the crystal from right on top of it (centres within a
+// few units) and the crystal is drawn after it: in every strike pose most
+// of the monster still shows round the gem, mirrored or not.
+TEST(Pictures, StrikesShowAroundTheCrystal) {
+    Picture crystal;
+    ASSERT_TRUE(Load("crystal.png", crystal));
+    const double kCrystalUnits = 60;
+    const double kMinVisibleShare = 0.5; // of the pose's opaque area
+    struct Striker {
+        const char* sheet;
+        double units; // drawn size of one cell
+    };
+    // Goblins and yetis strike with their attack sheets; the other kinds
+    // strike in their walking poses.
+    const Striker strikers[] = {{"GoblinAttack.png", 40},   {"BeachGoblinWalking.png", 40},
+                                {"GoblinBossWalk.png", 60}, {"BeachGoblinBossWalk.png", 60},
+                                {"SpiderAttack.png", 60},   {"BroodWalk.png", 60},
+                                {"YetiAttack.png", 60}};
+    for (const Striker& k : strikers) {
+        SCOPED_TRACE(k.sheet);
+        const ArtEntry* e = ArtFind(k.sheet);
+        ASSERT_NE(e, nullptr);
+        Picture p;
+        ASSERT_TRUE(Load(k.sheet, p));
+        const int cw = p.width / e->columns, ch = p.height / e->rows;
+        for (int cell = 0; cell < e->columns * e->rows; ++cell) {
+            const int x0 = (cell % e->columns) * cw, y0 = (cell / e->columns) * ch;
+            int opaque = 0, visible = 0;
+            // Sample the pose at a quarter unit, centred on the crystal.
+            for (double v = 0.125; v < k.units; v += 0.25)
+                for (double u = 0.125; u < k.units; u += 0.25) {
+                    int px = x0 + int(u / k.units * cw), py = y0 + int(v / k.units * ch);
+                    if (p.Alpha(px, py) < 128) continue;
+                    ++opaque;
+                    double cu = u - k.units / 2 + kCrystalUnits / 2;
+                    double cv = v - k.units / 2 + kCrystalUnits / 2;
+                    bool hidden = cu >= 0 && cu < kCrystalUnits && cv >= 0 && cv < kCrystalUnits &&
+                                  crystal.Alpha(int(cu / kCrystalUnits * crystal.width),
+                                                int(cv / kCrystalUnits * crystal.height)) >= 128;
+                    visible += !hidden;
+                }
+            ASSERT_GT(opaque, 0) << "cell " << cell << " is empty";
+            EXPECT_GE(double(visible) / opaque, kMinVisibleShare)
+                << "cell " << cell << ": expected at least kMinVisibleShare " << kMinVisibleShare
+                << " of the pose in view, actual " << double(visible) / opaque;
+        }
+    }
+}
+
 // All of Resources, pictures and sounds together, stays under 30 MB.
 TEST(Resources, WholeFolderIsUnder30MB) {
     uintmax_t total = 0;
