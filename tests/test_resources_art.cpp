@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -360,6 +361,352 @@ TEST(Pictures, SheetPosesStayInsideTheirCellsAndMove) {
                 poses.insert(cell);
             }
         EXPECT_GT(poses.size(), 1u) << "every cell holds the same pose";
+    }
+}
+
+namespace {
+
+// A level as the player sees it: its ground and the on-board run (first and
+// last column) of each of the board's ten rows.
+struct LevelGround {
+    int level;
+    const char* ground;
+    int first[10], last[10];
+};
+
+const LevelGround kLevelGrounds[] = {
+    {1, "BG.png", {5, 4, 4, 3, 3, 2, 3, 3, 4, 4}, {5, 5, 6, 6, 7, 7, 7, 6, 6, 5}},
+    {2, "BG.png", {5, 4, 4, 3, 3, 2, 2, 1, 1, 0}, {5, 5, 6, 6, 7, 7, 8, 8, 9, 9}},
+    {3, "BG3.png", {0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, {9, 9, 9, 9, 9, 9, 9, 9, 9, 9}},
+    {4, "BG4.png", {0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, {9, 9, 9, 9, 9, 9, 9, 9, 9, 9}},
+    {5, "BG5.png", {5, 4, 4, 3, 3, 2, 2, 1, 1, 0}, {5, 5, 6, 6, 7, 7, 8, 8, 9, 9}},
+    {6, "BG6.png", {3, 2, 2, 1, 1, 0, 1, 1, 2, 2}, {7, 7, 8, 8, 9, 9, 9, 8, 8, 7}},
+};
+
+bool OnBoard(const LevelGround& g, int row, int col) {
+    return row >= 0 && row < 10 && col >= g.first[row] && col <= g.last[row];
+}
+
+// A tile's centre on the 800 x 600 screen (y down): 60 apart in a row, rows
+// 50 apart from y = 100, even rows half a tile left, tile 0 at x = 120.
+void TileCentre(int row, int col, double& x, double& y) {
+    x = 60.0 * col + 150 - (row % 2 == 0 ? 30 : 0);
+    y = 100 + 50.0 * row;
+}
+
+struct Rgb3 {
+    double r, g, b; // 0..255
+};
+
+// The ground's colour under screen point (x, y): grounds are drawn over the
+// whole 800 x 600 screen.
+Rgb3 GroundAt(const Picture& p, double x, double y) {
+    int px = std::min(p.width - 1, std::max(0, int(x * p.width / 800)));
+    int py = std::min(p.height - 1, std::max(0, int(y * p.height / 600)));
+    const unsigned char* c = &p.rgba[(size_t(py) * p.width + px) * 4];
+    return {double(c[0]), double(c[1]), double(c[2])};
+}
+
+// A tile over the ground: grey 0xEE at alpha 0xEE/255 times the 0.7 tint.
+Rgb3 TileOver(Rgb3 ground) {
+    const double a = 238.0 / 255 * 0.7;
+    return {238 * a + ground.r * (1 - a), 238 * a + ground.g * (1 - a),
+            238 * a + ground.b * (1 - a)};
+}
+
+double Luminance(Rgb3 c) {
+    auto lin = [](double v) {
+        v /= 255;
+        return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * lin(c.r) + 0.7152 * lin(c.g) + 0.0722 * lin(c.b);
+}
+
+// The WCAG contrast ratio of two colours, 1 to 21.
+double Contrast(Rgb3 a, Rgb3 b) {
+    double la = Luminance(a), lb = Luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+// What a player needs to read the board and the monsters on it.
+constexpr double kMinContrast = 3.0;
+
+} // namespace
+
+// Where the board ends, a tile's edge stands out from the ground beyond it:
+// three units inside every edge that faces an off-board neighbour against
+// the ground four units beyond it.
+TEST(Contrast, TileEdgesStandOutFromTheGroundAroundTheBoard) {
+    for (const LevelGround& g : kLevelGrounds) {
+        SCOPED_TRACE("level " + std::to_string(g.level));
+        Picture ground;
+        ASSERT_TRUE(Load(g.ground, ground));
+        int edges = 0;
+        for (int row = 0; row < 10; ++row)
+            for (int col = g.first[row]; col <= g.last[row]; ++col) {
+                double cx, cy;
+                TileCentre(row, col, cx, cy);
+                // The six neighbours: the rows above and below sit half a
+                // tile across, so their columns depend on the row's parity.
+                const int shift = row % 2 == 0 ? -1 : 0;
+                const int nb[6][2] = {{0, -1},         {0, 1},     {-1, shift},
+                                      {-1, shift + 1}, {1, shift}, {1, shift + 1}};
+                for (auto& n : nb) {
+                    if (OnBoard(g, row + n[0], col + n[1])) continue;
+                    double nx, ny;
+                    TileCentre(row + n[0], col + n[1], nx, ny);
+                    const double dx = (nx - cx) / std::hypot(nx - cx, ny - cy);
+                    const double dy = (ny - cy) / std::hypot(nx - cx, ny - cy);
+                    const double apothem = 26; // half the tile's 52-unit width
+                    double ix = cx + dx * (apothem - 3), iy = cy + dy * (apothem - 3);
+                    double ox = cx + dx * (apothem + 4), oy = cy + dy * (apothem + 4);
+                    if (ox < 0 || ox >= 800 || oy < 0 || oy >= 600) continue;
+                    Rgb3 tile = TileOver(GroundAt(ground, ix, iy)),
+                         beyond = GroundAt(ground, ox, oy);
+                    double ratio = Contrast(tile, beyond);
+                    EXPECT_GE(ratio, kMinContrast)
+                        << "tile (" << row << ", " << col << ") edge at (" << ox << ", " << oy
+                        << "): expected at least kMinContrast " << kMinContrast << ", actual "
+                        << ratio;
+                    ++edges;
+                }
+            }
+        EXPECT_GT(edges, 20) << "the board's rim was not found";
+    }
+}
+
+// Every monster's outline stands out from the tiles it walks on. The rim of
+// a pose is its opaque pixels (alpha at least half) with a see-through
+// neighbour; as the sheet is drawn at half size without smoothing, a rim
+// pixel holds when it or an opaque pixel next to it stands out against the
+// lightest and the darkest tile of every level.
+TEST(Contrast, MonsterOutlinesStandOutFromTheTiles) {
+    std::vector<Rgb3> tiles;
+    for (const LevelGround& g : kLevelGrounds) {
+        Picture ground;
+        ASSERT_TRUE(Load(g.ground, ground));
+        for (int row = 0; row < 10; ++row)
+            for (int col = g.first[row]; col <= g.last[row]; ++col) {
+                double cx, cy;
+                TileCentre(row, col, cx, cy);
+                tiles.push_back(TileOver(GroundAt(ground, cx, cy)));
+            }
+    }
+    auto byLuminance = [](Rgb3 a, Rgb3 b) { return Luminance(a) < Luminance(b); };
+    const Rgb3 extremes[2] = {*std::min_element(tiles.begin(), tiles.end(), byLuminance),
+                              *std::max_element(tiles.begin(), tiles.end(), byLuminance)};
+    // Where two strokes meet a rim pixel may blend into the tile; few may.
+    const double kRimShareBelow = 0.05;
+    for (const char* name :
+         {"GoblinWalking.png", "GoblinAttack.png", "GoblinBossWalk.png", "BeachGoblinWalking.png",
+          "BeachGoblinBossWalk.png", "SpiderWalk.png", "SpiderAttack.png", "BroodWalk.png",
+          "YetiWalk.png", "YetiAttack.png", "WraithWalk.png"}) {
+        SCOPED_TRACE(name);
+        const ArtEntry* e = ArtFind(name);
+        ASSERT_NE(e, nullptr);
+        Picture p;
+        ASSERT_TRUE(Load(name, p));
+        const int cw = p.width / e->columns, ch = p.height / e->rows;
+        for (int cell = 0; cell < e->columns * e->rows; ++cell) {
+            const int x0 = (cell % e->columns) * cw, y0 = (cell / e->columns) * ch;
+            for (const Rgb3& tile : extremes) {
+                int rim = 0, low = 0;
+                for (int y = y0 + 1; y < y0 + ch - 1; ++y)
+                    for (int x = x0 + 1; x < x0 + cw - 1; ++x) {
+                        if (p.Alpha(x, y) < 128) continue;
+                        if (p.Alpha(x - 1, y) >= 128 && p.Alpha(x + 1, y) >= 128 &&
+                            p.Alpha(x, y - 1) >= 128 && p.Alpha(x, y + 1) >= 128)
+                            continue;
+                        double best = 1;
+                        for (int ny = y - 1; ny <= y + 1; ++ny)
+                            for (int nx = x - 1; nx <= x + 1; ++nx) {
+                                if (p.Alpha(nx, ny) < 128) continue;
+                                const unsigned char* c = &p.rgba[(size_t(ny) * p.width + nx) * 4];
+                                const double a = c[3] / 255.0;
+                                Rgb3 seen{c[0] * a + tile.r * (1 - a), c[1] * a + tile.g * (1 - a),
+                                          c[2] * a + tile.b * (1 - a)};
+                                best = std::max(best, Contrast(seen, tile));
+                            }
+                        ++rim;
+                        low += best < kMinContrast;
+                    }
+                ASSERT_GT(rim, 0) << "cell " << cell << " is empty";
+                EXPECT_LE(double(low) / rim, kRimShareBelow)
+                    << "cell " << cell << ": expected at most kRimShareBelow " << kRimShareBelow
+                    << " of the rim below " << kMinContrast << ":1 against tile luminance "
+                    << Luminance(tile) << ", actual " << low << " of " << rim;
+            }
+        }
+    }
+}
+
+// The credits picture is exactly as wide as the screen, so a line wider
+// than its text column is cut off at both sides: the outermost columns stay
+// the plain night sky from top to bottom.
+TEST(Pictures, CreditLinesFitTheScreensWidth) {
+    Picture p;
+    ASSERT_TRUE(Load("Credit.png", p));
+    const int kEdgePx = 16;       // outermost columns with nothing but sky
+    const int kSkyChannel = 0x50; // the sky's gradient stays darker than this
+    int lit = 0, firstY = -1;
+    for (int y = 0; y < p.height; ++y)
+        for (int x = 0; x < p.width; ++x) {
+            if (x >= kEdgePx && x < p.width - kEdgePx) continue;
+            const unsigned char* c = &p.rgba[(size_t(y) * p.width + x) * 4];
+            if (std::max({c[0], c[1], c[2]}) <= kSkyChannel) continue;
+            if (firstY < 0) firstY = y;
+            ++lit;
+        }
+    EXPECT_EQ(lit, 0) << "expected no pixel brighter than kSkyChannel " << kSkyChannel
+                      << " within kEdgePx " << kEdgePx << " of the sides, actual " << lit
+                      << " (first in row " << firstY << ")";
+}
+
+// The rating art is drawn off the axis it belongs to, so the pictures make
+// up for it: the stars (drawn centred at x 410) centre on the win screen's
+// axis, x 400; the star panel (drawn centred at x 315) centres on the row of
+// leaves in front of it (x 260, 330, 400: centre 330).
+TEST(Pictures, RatingArtCentresOnWhatItBelongsTo) {
+    struct Case {
+        const char* name;
+        double drawnCentre, drawnWidth, axis; // screen units
+    };
+    const Case cases[] = {{"1star.png", 410, 260, 400},
+                          {"2star.png", 410, 260, 400},
+                          {"3star.png", 410, 260, 400},
+                          {"lvlStarBG.png", 315, 270, 330}};
+    const double kCentreTolerance = 2; // units
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Picture p;
+        ASSERT_TRUE(Load(c.name, p));
+        int left = p.width, right = -1;
+        for (int y = 0; y < p.height; ++y)
+            for (int x = 0; x < p.width; ++x)
+                if (p.Alpha(x, y) >= 128) {
+                    left = std::min(left, x);
+                    right = std::max(right, x);
+                }
+        ASSERT_GE(right, left) << "nothing drawn";
+        const double unitsPerPx = c.drawnWidth / p.width;
+        const double centre =
+            c.drawnCentre - c.drawnWidth / 2 + (left + right + 1) / 2.0 * unitsPerPx;
+        EXPECT_NEAR(centre, c.axis, kCentreTolerance)
+            << "expected the opaque art centred at x " << c.axis << " within kCentreTolerance "
+            << kCentreTolerance << ", actual " << centre;
+    }
+}
+
+// The options and confirmation dialogs open over the pause menu: whatever
+// the menu draws opaque round its title ribbon, the dialog covers.
+TEST(Pictures, DialogsHideThePauseMenusRibbon) {
+    Picture pause;
+    ASSERT_TRUE(Load("pauseM.png", pause));
+    // Round the pause menu's ribbon, in pixels: screen x 250..550, y 140..215.
+    const int x0 = 500, x1 = 1100, y0 = 280, y1 = 430;
+    const int kOpaque = 200, kCovering = 250; // alpha
+    for (const char* name : {"optionBG.png", "cfmBG.png"}) {
+        SCOPED_TRACE(name);
+        Picture dialog;
+        ASSERT_TRUE(Load(name, dialog));
+        ASSERT_EQ(dialog.width, pause.width);
+        int menu = 0, shows = 0, firstX = -1, firstY = -1;
+        for (int y = y0; y < y1; ++y)
+            for (int x = x0; x < x1; ++x) {
+                if (pause.Alpha(x, y) < kOpaque) continue;
+                ++menu;
+                if (dialog.Alpha(x, y) >= kCovering) continue;
+                if (shows++ == 0) firstX = x, firstY = y;
+            }
+        ASSERT_GT(menu, 1000) << "the pause menu's ribbon is not where it was looked for";
+        EXPECT_EQ(shows, 0) << "expected every opaque pause-menu pixel (alpha >= kOpaque "
+                            << kOpaque << ") under dialog alpha >= kCovering " << kCovering
+                            << ", actual " << shows << " showing, first at (" << firstX << ", "
+                            << firstY << ")";
+    }
+}
+
+// The loading screen's clock moves on two cells every half second, so a
+// player sees every other cell of the strip: 1, 3, 5, 7, 9 or 0, 2, 4, 6, 8.
+// Along either sequence the lit gem (the tallest one) steps evenly to the
+// right.
+TEST(Pictures, LoadingLightStepsEvenlyAlongEitherShownSequence) {
+    const ArtEntry* e = ArtFind("loading.png");
+    ASSERT_NE(e, nullptr);
+    Picture p;
+    ASSERT_TRUE(Load("loading.png", p));
+    const int cw = p.width / e->columns;
+    // Where in its cell the tallest opaque column stands, right of the word
+    // (which ends before 64% of the cell).
+    auto litX = [&](int cell) {
+        int best = -1, bestH = 0;
+        for (int x = cw * 64 / 100; x < cw; ++x) {
+            int h = 0;
+            for (int y = 0; y < p.height; ++y) h += p.Alpha(cell * cw + x, y) >= 128;
+            if (h > bestH) bestH = h, best = x;
+        }
+        return best;
+    };
+    const int kStepTolerancePx = 2;
+    for (int start = 0; start < 2; ++start) {
+        SCOPED_TRACE("cells from " + std::to_string(start));
+        std::vector<int> xs;
+        for (int k = start; k < 10; k += 2) xs.push_back(litX(k));
+        const int step = xs[1] - xs[0];
+        EXPECT_GT(step, 0) << "the light does not move right";
+        for (size_t i = 1; i < xs.size(); ++i)
+            EXPECT_NEAR(xs[i] - xs[i - 1], step, kStepTolerancePx)
+                << "step " << i << ": expected " << step << " px (kStepTolerancePx "
+                << kStepTolerancePx << "), actual " << xs[i] - xs[i - 1];
+    }
+}
+
+// A monster strikes the crystal from right on top of it (centres within a
+// few units) and the crystal is drawn after it: in every strike pose most
+// of the monster still shows round the gem, mirrored or not.
+TEST(Pictures, StrikesShowAroundTheCrystal) {
+    Picture crystal;
+    ASSERT_TRUE(Load("crystal.png", crystal));
+    const double kCrystalUnits = 60;
+    const double kMinVisibleShare = 0.5; // of the pose's opaque area
+    struct Striker {
+        const char* sheet;
+        double units; // drawn size of one cell
+    };
+    // Goblins and yetis strike with their attack sheets; the other kinds
+    // strike in their walking poses.
+    const Striker strikers[] = {{"GoblinAttack.png", 40},   {"BeachGoblinWalking.png", 40},
+                                {"GoblinBossWalk.png", 60}, {"BeachGoblinBossWalk.png", 60},
+                                {"SpiderAttack.png", 60},   {"BroodWalk.png", 60},
+                                {"YetiAttack.png", 60}};
+    for (const Striker& k : strikers) {
+        SCOPED_TRACE(k.sheet);
+        const ArtEntry* e = ArtFind(k.sheet);
+        ASSERT_NE(e, nullptr);
+        Picture p;
+        ASSERT_TRUE(Load(k.sheet, p));
+        const int cw = p.width / e->columns, ch = p.height / e->rows;
+        for (int cell = 0; cell < e->columns * e->rows; ++cell) {
+            const int x0 = (cell % e->columns) * cw, y0 = (cell / e->columns) * ch;
+            int opaque = 0, visible = 0;
+            // Sample the pose at a quarter unit, centred on the crystal.
+            for (double v = 0.125; v < k.units; v += 0.25)
+                for (double u = 0.125; u < k.units; u += 0.25) {
+                    int px = x0 + int(u / k.units * cw), py = y0 + int(v / k.units * ch);
+                    if (p.Alpha(px, py) < 128) continue;
+                    ++opaque;
+                    double cu = u - k.units / 2 + kCrystalUnits / 2;
+                    double cv = v - k.units / 2 + kCrystalUnits / 2;
+                    bool hidden = cu >= 0 && cu < kCrystalUnits && cv >= 0 && cv < kCrystalUnits &&
+                                  crystal.Alpha(int(cu / kCrystalUnits * crystal.width),
+                                                int(cv / kCrystalUnits * crystal.height)) >= 128;
+                    visible += !hidden;
+                }
+            ASSERT_GT(opaque, 0) << "cell " << cell << " is empty";
+            EXPECT_GE(double(visible) / opaque, kMinVisibleShare)
+                << "cell " << cell << ": expected at least kMinVisibleShare " << kMinVisibleShare
+                << " of the pose in view, actual " << double(visible) / opaque;
+        }
     }
 }
 

@@ -39,6 +39,8 @@ bool DrawLogos(const std::string& dir);
 // Shared pieces other families reuse.
 // The crystal gem centred at (cx, cy) with the given half height.
 void DrawCrystalGem(cairo_t* cr, double cx, double cy, double half);
+// The same gem with its half width the given share of its half height.
+void DrawCrystalGem(cairo_t* cr, double cx, double cy, double half, double widthRatio);
 // A first- or second-tier archer tower standing in a 100 x 100 box at the origin.
 void DrawArcherTower(cairo_t* cr, int tier);
 // A goblin in a 100 x 100 box at the origin, facing left, at walk phase 0..1.

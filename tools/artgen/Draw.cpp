@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <vector>
 
 // A colour from 0xRRGGBB.
 Rgb Hex(uint32_t rgb) {
@@ -201,8 +202,51 @@ void Panel(cairo_t* cr, double x, double y, double w, double h, double radius, d
     FillOutlined(cr, Pal::kWood, Pal::kWoodDark, y, y + h, rim * 0.25);
     RoundRect(cr, x + rim, y + rim, w - 2 * rim, h - 2 * rim, std::fmax(radius - rim, 2));
     FillOutlined(cr, Pal::kParchment, Pal::kParchmentDark, y + rim, y + h - rim, rim * 0.2);
-    // A warm highlight along the top of the rim.
+    // A warm highlight along the top of the rim, kept inside the rounded
+    // outline: on its own the band would run straight past the corners.
+    cairo_save(cr);
+    RoundRect(cr, x, y, w, h, radius);
+    cairo_clip(cr);
     RoundRect(cr, x + rim * 0.35, y + rim * 0.25, w - rim * 0.7, rim * 0.35, rim * 0.17);
     SetRgb(cr, {1, 0.9, 0.7}, 0.35);
     cairo_fill(cr);
+    cairo_restore(cr);
+}
+
+// Ink ring around everything at least half opaque: each pixel outside gets
+// ink by how far it lies inside the ring (a one-pixel soft edge), painted
+// over what is there, so soft shadows and glows stay under the ring.
+void InkSilhouette(cairo_surface_t* s, double radius, Rgb ink) {
+    cairo_surface_flush(s);
+    const int w = cairo_image_surface_get_width(s), h = cairo_image_surface_get_height(s);
+    const int stride = cairo_image_surface_get_stride(s);
+    unsigned char* data = cairo_image_surface_get_data(s);
+    auto px = [&](int x, int y) { return reinterpret_cast<uint32_t*>(data + y * stride) + x; };
+    std::vector<unsigned char> solid(size_t(w) * h);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) solid[size_t(y) * w + x] = (*px(x, y) >> 24) >= 128;
+    const int reach = int(std::ceil(radius + 0.5));
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            if (solid[size_t(y) * w + x]) continue;
+            double best = 1e9;
+            for (int dy = -reach; dy <= reach; ++dy) {
+                int yy = y + dy;
+                if (yy < 0 || yy >= h) continue;
+                for (int dx = -reach; dx <= reach; ++dx) {
+                    int xx = x + dx;
+                    if (xx < 0 || xx >= w || !solid[size_t(yy) * w + xx]) continue;
+                    best = std::fmin(best, std::sqrt(double(dx * dx + dy * dy)));
+                }
+            }
+            double cover = std::fmin(1.0, std::fmax(0.0, radius + 0.5 - best));
+            if (cover <= 0) continue;
+            uint32_t d = *px(x, y);
+            auto mixc = [&](int shift, double c) {
+                double under = ((d >> shift) & 255) / 255.0;
+                return uint32_t(std::lround((c * cover + under * (1 - cover)) * 255)) << shift;
+            };
+            *px(x, y) = mixc(24, 1.0) | mixc(16, ink.r) | mixc(8, ink.g) | mixc(0, ink.b);
+        }
+    cairo_surface_mark_dirty(s);
 }

@@ -79,6 +79,11 @@ double LetterWidth(cairo_t* cr, const char* text, double size, bool bold = true)
 // A parchment panel with a wooden rim, the frame of every dialog and sign.
 void Panel(cairo_t* cr, double x, double y, double w, double h, double radius, double rim);
 
+// Rings everything at least half opaque on an image canvas with ink RADIUS
+// pixels wide: a figure keeps a solid edge against any ground when it is
+// drawn small and sampled without smoothing.
+void InkSilhouette(cairo_surface_t* s, double radius, Rgb ink = Pal::kInk);
+
 // Deterministic random numbers for scattering grass, stars and stones.
 struct Rng {
     uint32_t state;

@@ -2,7 +2,8 @@
 // the level buttons' centres, a dotted road joins them in order, and each
 // spot sits in its level's land: meadow and forest (1, 2), beach (3),
 // volcano (4), snowy peaks (5), storm (6). A signboard on the right holds the
-// four menu buttons; the title sits top left.
+// four menu buttons; the title stands on a sign bottom left, below the
+// clouds' lanes.
 //
 // Depends on: Art, Draw. Limits: drawn in screen units (800 x 600, y down)
 // at two pixels a unit; button positions are the game's world positions
@@ -182,11 +183,18 @@ void Signboard(cairo_t* cr) {
     cairo_stroke(cr);
 }
 
-// The game's name, top left.
+// The game's name on a sign in the bottom-left corner. The clouds drift
+// along the top third (their lanes reach down to y 180) in front of the map,
+// so a title up there would vanish behind one for a third of every cycle.
 void Title(cairo_t* cr) {
-    Panel(cr, 16, 14, 300, 88, 18, 8);
-    Letter(cr, "Quarrow", 166, 50, 52, Hex(0x3f8a30), 5);
-    LetterLeft(cr, "Guard the crystal", 98, 86, 15, Hex(0x6a3a18), false);
+    const double x = 14, y = 500, w = 290, h = 88;
+    InkLine(cr, x + 40, y + h - 6, x + 40, 598, 9, Pal::kWoodDark, 2);
+    InkLine(cr, x + w - 40, y + h - 6, x + w - 40, 598, 9, Pal::kWoodDark, 2);
+    Panel(cr, x, y, w, h, 18, 8);
+    Letter(cr, "Quarrow", x + w / 2, y + 36, 50, Hex(0x3f8a30), 5);
+    const char* motto = "Guard the crystal";
+    LetterLeft(cr, motto, x + (w - LetterWidth(cr, motto, 15, false)) / 2, y + 72, 15,
+               Hex(0x6a3a18), false);
 }
 
 } // namespace

@@ -15,6 +15,9 @@ namespace {
 
 constexpr double kTau = 2 * M_PI;
 
+// Width of the ink ring around every pose, in sheet pixels (two a unit).
+constexpr double kSilhouettePx = 3;
+
 // How a goblin-like kind looks.
 struct GoblinLook {
     Rgb skin, cloth, trim;
@@ -167,82 +170,130 @@ void Goblin(cairo_t* cr, const GoblinLook& g, double phase, double swing) {
     if (!raised) weaponArm();
 }
 
-// One spider pose; boss adds the brood's markings and egg sacs.
-void Spider(cairo_t* cr, double phase, bool attack, bool boss) {
+// A spider leg from the body out to a foot on the ground, bending at a high
+// knee: the foot lands well outside the knee, so the leg arches like a
+// spider's rather than standing straight under the body.
+void SpiderLeg(cairo_t* cr, double bx, double by, double fx, double fy, double lift, double width,
+               Rgb colour, double rim) {
+    const double kx = bx + (fx - bx) * 0.42, ky = std::fmin(by, fy) - lift;
+    cairo_move_to(cr, bx, by);
+    cairo_curve_to(cr, bx + (kx - bx) * 0.5, ky - lift * 0.2, kx, ky, kx, ky);
+    cairo_curve_to(cr, kx + (fx - kx) * 0.45, ky - lift * 0.1, fx, fy - lift * 0.3, fx, fy);
+    InkStroke(cr, width, colour, rim);
+}
+
+// How a spider kind looks.
+struct SpiderLook {
+    Rgb body, lit, mark;
+    double scale; // share of the cell the spider spans
+    bool brood;   // the boss: egg sacs, spines and a crown
+};
+
+const SpiderLook kSpiderling{Hex(0x3b3350), Hex(0x7a6c9c), Hex(0xd9c3f0), 0.72, false};
+const SpiderLook kBrood{Hex(0x2a0e14), Hex(0xa0243a), Hex(0xff9a2a), 1.0, true};
+
+// One walking spider, seen from the side and a little above, facing left:
+// four legs a side splayed wide, the far ones darker and higher.
+void Spider(cairo_t* cr, const SpiderLook& k, double phase) {
     const double s = std::sin(kTau * phase);
     const double rim = 2.6;
-    const Rgb body = boss ? Hex(0x4a2a6a) : Hex(0x3b3350);
-    const Rgb lit = boss ? Hex(0x8a58b8) : Hex(0x6f648f);
-    const double lift = attack ? -6 - 4 * s : 0;
+    cairo_save(cr);
+    cairo_translate(cr, 50, 92);
+    cairo_scale(cr, k.scale, k.scale);
+    cairo_translate(cr, -50, -92);
+    const double legW = k.brood ? 5.2 : 4.0;
 
-    Ellipse(cr, 52, 92, 34, 5);
+    Ellipse(cr, 52, 90, 40, 6);
     SetRgb(cr, {0, 0, 0}, 0.25);
     cairo_fill(cr);
 
-    // Eight legs: far side darker, alternate pairs step together; they fan
-    // out from the body, front legs reaching ahead, back legs trailing.
+    // Where the legs meet the body, front to back, and where their feet land.
+    const double attach[4] = {40, 45, 50, 55};
+    const double footNear[4] = {10, 28, 70, 90}, footFar[4] = {18, 35, 64, 82};
     for (int side = 0; side < 2; ++side) {
-        Rgb c = side == 0 ? Shade(body, 0.7) : body;
+        Rgb c = side == 0 ? Shade(k.body, 0.75) : k.body;
         for (int i = 0; i < 4; ++i) {
-            double step = ((i + side) % 2 == 0 ? 1 : -1) * 4 * s;
-            double bx = 40 + i * 7, by = 58 + lift * (i == 0 ? 1 : 0.3);
-            double fx = 50 + (i - 1.5) * 24 + (side == 0 ? 4 : 0) + step, fy = 90;
-            double kx = (bx + fx) / 2 + (i - 1.5) * 4, ky = 30 - (side == 0 ? 4 : 0) - step * 0.5;
-            if (attack && i == 0) { // front legs raised to strike
-                kx = 16;
-                ky = 28 + 6 * s;
-                fx = 10;
-                fy = 46 + 8 * s;
+            // Alternate legs step together: a foot slides and lifts in turn.
+            double step = ((i + side) % 2 == 0 ? 1 : -1) * s;
+            double fx = (side == 0 ? footFar[i] : footNear[i]) + 4 * step;
+            double fy = (side == 0 ? 76 : 90) - (step > 0 ? 4 * step : 0);
+            double lift = side == 0 ? 20 : 26;
+            SpiderLeg(cr, attach[i], side == 0 ? 58 : 62, fx, fy, lift, legW, c, rim);
+            if (k.brood && side == 1) {
+                // Bristles on the near legs.
+                double kx = attach[i] + (fx - attach[i]) * 0.42;
+                InkLine(cr, kx, 60 - lift, kx + (i < 2 ? -4 : 4), 53 - lift, 1.6, k.body, 0.8);
             }
-            cairo_move_to(cr, bx, by);
-            cairo_line_to(cr, kx, ky);
-            cairo_line_to(cr, fx, fy);
-            InkStroke(cr, 4.2, c, rim);
         }
     }
 
-    // Abdomen and head.
-    double ab = boss ? 1.18 : 1.0;
-    Ellipse(cr, 66, 54 + lift * 0.3 + 1.5 * s, 24 * ab, 20 * ab);
-    FillOutlined(cr, lit, Shade(body, 0.6), 34, 76, rim);
-    if (boss) {
-        // Hourglass marking and a crown of spines.
-        cairo_move_to(cr, 60, 44);
-        cairo_line_to(cr, 74, 44);
-        cairo_line_to(cr, 64, 54);
-        cairo_line_to(cr, 74, 64);
-        cairo_line_to(cr, 60, 64);
-        cairo_line_to(cr, 70, 54);
+    // Abdomen behind, then the head and its eyes.
+    const double bob = 1.5 * s;
+    const double ax = 64, ay = 52 + bob, arx = k.brood ? 30 : 22, ary = k.brood ? 26 : 18;
+    if (k.brood) {
+        // Egg sacs clinging to the abdomen's back.
+        for (int i = 0; i < 3; ++i) {
+            Ellipse(cr, 60 + i * 13, 28 + bob + (i == 1 ? -4 : 0), 7, 6);
+            FillOutlined(cr, Hex(0xfff2dc), Hex(0xc8b08a), 22, 36, rim * 0.8);
+        }
+    }
+    Ellipse(cr, ax, ay, arx, ary);
+    FillOutlined(cr, k.lit, Shade(k.body, 0.8), ay - ary, ay + ary, rim);
+    if (k.brood) {
+        // An hourglass of embers and a row of spines along the back.
+        cairo_move_to(cr, ax - 8, ay - 12);
+        cairo_line_to(cr, ax + 8, ay - 12);
+        cairo_line_to(cr, ax + 2, ay);
+        cairo_line_to(cr, ax + 8, ay + 12);
+        cairo_line_to(cr, ax - 8, ay + 12);
+        cairo_line_to(cr, ax - 2, ay);
         cairo_close_path(cr);
-        FillFlat(cr, Hex(0xff8a2a), 1.4);
-        for (int i = 0; i < 4; ++i) {
-            double x = 56 + i * 8;
-            cairo_move_to(cr, x - 3, 34 - (i == 1 || i == 2 ? 2 : 0));
-            cairo_line_to(cr, x + 1, 24 - (i == 1 || i == 2 ? 4 : 0));
-            cairo_line_to(cr, x + 4, 35);
-            FillFlat(cr, Hex(0xd9c3f0), 1.6);
+        FillFlat(cr, k.mark, 1.6);
+        for (int i = 0; i < 5; ++i) {
+            double a = M_PI * (1.1 + i * 0.2);
+            double x = ax + arx * std::cos(a), y = ay + ary * std::sin(a);
+            cairo_move_to(cr, x - 3, y + 2);
+            cairo_line_to(cr, x + 9 * std::cos(a), y + 9 * std::sin(a));
+            cairo_line_to(cr, x + 3, y + 2);
+            FillFlat(cr, Hex(0xf4e6c8), 1.4);
         }
     } else {
-        Ellipse(cr, 64, 46, 8, 5);
-        SetRgb(cr, {1, 1, 1}, 0.25);
+        Ellipse(cr, ax - 4, ay - 7, 8, 4.5);
+        SetRgb(cr, {1, 1, 1}, 0.3);
+        cairo_fill(cr);
+        Ellipse(cr, ax + 2, ay + 3, 4, 4);
+        SetRgb(cr, k.mark, 0.8);
         cairo_fill(cr);
     }
-    Ellipse(cr, 36, 60 + lift, 15, 12);
-    FillOutlined(cr, lit, Shade(body, 0.7), 48 + lift, 72 + lift, rim);
-    // Eyes: a red cluster looking left.
-    const double ey = 56 + lift;
-    for (int i = 0; i < 4; ++i) {
-        Ellipse(cr, 26 + (i % 2) * 6, ey - 2 + (i / 2) * 5, 2.6, 2.6);
-        FillFlat(cr, Hex(0xff4a3a), 0.8);
+    const double hx = 36, hy = 60 + bob * 0.5, hr = k.brood ? 15 : 12;
+    Ellipse(cr, hx, hy, hr, hr * 0.85);
+    FillOutlined(cr, k.lit, Shade(k.body, 0.8), hy - hr, hy + hr, rim);
+    if (k.brood) {
+        // A crown of three horns.
+        for (int i = 0; i < 3; ++i) {
+            double x = hx - 8 + i * 8;
+            cairo_move_to(cr, x - 3, hy - hr + 4);
+            cairo_line_to(cr, x, hy - hr - 9 - (i == 1 ? 3 : 0));
+            cairo_line_to(cr, x + 3, hy - hr + 4);
+            FillFlat(cr, Pal::kGold, 1.4);
+        }
     }
-    // Fangs, wider apart when striking.
-    double open = attack ? 3 + 2 * s : 0.5;
-    for (int f = -1; f <= 1; f += 2) {
-        cairo_move_to(cr, 26, 66 + lift + f * open * 0.5);
-        cairo_line_to(cr, 20, 70 + lift + f * open);
-        cairo_line_to(cr, 28, 69 + lift);
+    // Eyes looking ahead: the brood's glow like embers.
+    const int eyes = k.brood ? 6 : 4;
+    for (int i = 0; i < eyes; ++i) {
+        double ex = hx - 8 + (i % 3) * 5 * (k.brood ? 1 : 1.4), ey = hy - 3 + (i / 3) * 5;
+        if (!k.brood) ex = hx - 8 + (i % 2) * 6, ey = hy - 3 + (i / 2) * 5;
+        Ellipse(cr, ex, ey, 2.4, 2.4);
+        FillFlat(cr, k.brood ? Hex(0xffd040) : Hex(0xff4a3a), 0.8);
+    }
+    // Fangs.
+    for (int f = 0; f < 2; ++f) {
+        cairo_move_to(cr, hx - 10 + f * 6, hy + hr * 0.6);
+        cairo_line_to(cr, hx - 12 + f * 6, hy + hr * 0.6 + 7);
+        cairo_line_to(cr, hx - 6 + f * 6, hy + hr * 0.6 + 1);
         FillFlat(cr, Pal::kCream, 1.2);
     }
+    cairo_restore(cr);
 }
 
 // A shaggy oval: fur tufts all around an ellipse.
@@ -260,16 +311,14 @@ void ShaggyOval(cairo_t* cr, double cx, double cy, double rx, double ry, int tuf
     cairo_close_path(cr);
 }
 
-// One yeti pose: a big shaggy body with a blue face; attack raises both
-// fists overhead and slams them down.
-void Yeti(cairo_t* cr, double phase, bool attack) {
+// One walking yeti pose: a big shaggy body with a blue face.
+void Yeti(cairo_t* cr, double phase) {
     const double s = std::sin(kTau * phase);
     const double bob = -2.5 * std::fabs(std::cos(kTau * phase));
     const double rim = 2.6;
     const Rgb fur{0.95, 0.97, 1.0};
     const Rgb furShade{0.62, 0.72, 0.88};
     const Rgb face{0.42, 0.56, 0.82};
-    const double raise = attack ? 0.5 + 0.5 * s : 0;
 
     Ellipse(cr, 52, 94, 30, 4.5);
     SetRgb(cr, {0, 0, 0}, 0.25);
@@ -284,7 +333,7 @@ void Yeti(cairo_t* cr, double phase, bool attack) {
         FillFlat(cr, face, rim * 0.8);
     }
     // Back arm behind the body.
-    double bx = attack ? 58 - 6 * raise : 74 - 4 * s, by = attack ? 70 - 52 * raise : 76 + bob;
+    double bx = 74 - 4 * s, by = 76 + bob;
     InkLine(cr, 66, 46 + bob, bx, by, 12, furShade, rim);
     Ellipse(cr, bx, by, 7, 7);
     FillOutlined(cr, face, Shade(face, 0.8), by - 7, by + 7, rim);
@@ -323,8 +372,8 @@ void Yeti(cairo_t* cr, double phase, bool attack) {
         cairo_line_to(cr, tx + 2, fy + 5.5);
         FillFlat(cr, Pal::kCream, 0);
     }
-    // Front arm: swinging while walking, fists high when attacking.
-    double ax = attack ? 24 - 8 * raise : 30 + 6 * s, ay = attack ? 72 - 54 * raise : 78 + bob;
+    // Front arm, swinging with the stride.
+    double ax = 30 + 6 * s, ay = 78 + bob;
     InkLine(cr, 42, 60 + bob, ax, ay, 13, fur, rim);
     Ellipse(cr, ax, ay, 8, 8);
     FillOutlined(cr, Shade(face, 1.1), face, ay - 8, ay + 8, rim);
@@ -384,15 +433,179 @@ void Wraith(cairo_t* cr, double phase) {
     }
 }
 
+// The strike poses face the player: a monster strikes from the crystal's
+// very centre, so the crystal's slim gem (drawn after it) stands in front of
+// its belly and everything that strikes (head, arms, weapon, raised legs)
+// reaches out above and beside the gem. The game mirrors a monster by the
+// way it last stepped, which flips back and forth at the crystal, so the
+// poses are symmetric. h runs from 1 (raised) to 0 (the blow lands).
+double StrikeHeight(double phase) {
+    return 0.5 + 0.5 * std::cos(kTau * phase);
+}
+
+// A goblin slamming its club down on the crystal's tip with both hands,
+// legs, arms and ears spread wide so they show either side of the gem.
+void GoblinStrike(cairo_t* cr, const GoblinLook& g, double phase) {
+    const double h = StrikeHeight(phase);
+    const double rim = 2.6;
+    const Rgb skinDark = Shade(g.skin, 0.7);
+    Ellipse(cr, 50, 91, 38, 4);
+    SetRgb(cr, {0, 0, 0}, 0.25);
+    cairo_fill(cr);
+    for (int side = -1; side <= 1; side += 2) {
+        InkLine(cr, 50 + side * 9, 64, 50 + side * 30, 84, 8, Shade(g.cloth, 0.8), rim);
+        Ellipse(cr, 50 + side * 33, 86, 7.5, 4.2);
+        FillFlat(cr, Pal::kWoodDark, rim * 0.8);
+    }
+    Ellipse(cr, 50, 60, 20, 16);
+    FillOutlined(cr, Shade(g.cloth, 1.15), Shade(g.cloth, 0.65), 44, 76, rim);
+    cairo_rectangle(cr, 31, 62, 38, 4.5);
+    FillFlat(cr, Pal::kWoodDark, 1.2);
+    // Arms from the shoulders out and up to the club's ends.
+    const double clubY = 13 + (1 - h) * 17;
+    for (int side = -1; side <= 1; side += 2)
+        InkLine(cr, 50 + side * 16, 50, 50 + side * 31, clubY + 3, 6.5, g.skin, rim);
+    // Ears and head.
+    const double hy = 32;
+    for (int side = -1; side <= 1; side += 2) {
+        cairo_move_to(cr, 50 + side * 10, hy - 6);
+        cairo_line_to(cr, 50 + side * 40, hy - 12 + 3 * h);
+        cairo_line_to(cr, 50 + side * 12, hy + 4);
+        cairo_close_path(cr);
+        FillOutlined(cr, g.skin, skinDark, hy - 12, hy + 4, rim);
+    }
+    Ellipse(cr, 50, hy, 15, 14);
+    FillOutlined(cr, Shade(g.skin, 1.2), skinDark, hy - 14, hy + 14, rim);
+    for (int side = -1; side <= 1; side += 2) {
+        Ellipse(cr, 50 + side * 7, hy - 3, 3.8, 4.2);
+        FillFlat(cr, Pal::kCream, 1.4);
+        Ellipse(cr, 50 + side * 6.5, hy - 2, 1.9, 2.3);
+        FillFlat(cr, Pal::kInk, 0);
+        InkLine(cr, 50 + side * 3, hy - 8, 50 + side * 12, hy - 11, 1.8, skinDark, 0.6);
+    }
+    // The club, held across in both fists: high overhead, then down on the tip.
+    cairo_move_to(cr, 12, clubY + 1);
+    cairo_curve_to(cr, 36, clubY - 1, 62, clubY - 3, 76, clubY - 5);
+    cairo_curve_to(cr, 90, clubY - 9, 92, clubY + 9, 78, clubY + 7);
+    cairo_curve_to(cr, 62, clubY + 6, 36, clubY + 7, 12, clubY + 6);
+    cairo_close_path(cr);
+    FillOutlined(cr, Hex(0xc8945a), Pal::kWoodDark, clubY - 8, clubY + 8, rim);
+    for (int k = 0; k < 3; ++k) {
+        Ellipse(cr, 66 + k * 8, clubY - 1 + (k == 1 ? -2 : 1), 1.6, 1.6);
+        FillFlat(cr, Hex(0xd8d8d0), 0.8);
+    }
+    for (int side = -1; side <= 1; side += 2) {
+        Ellipse(cr, 50 + side * 31, clubY + 3, 4.6, 4.6);
+        FillFlat(cr, g.skin, rim * 0.8);
+    }
+}
+
+// A spider rearing over the crystal, its front legs stabbing at the tip.
+void SpiderStrike(cairo_t* cr, const SpiderLook& k, double phase) {
+    const double h = StrikeHeight(phase);
+    const double rim = 2.6;
+    cairo_save(cr);
+    cairo_translate(cr, 50, 92);
+    cairo_scale(cr, 0.86, 0.86);
+    cairo_translate(cr, -50, -92);
+    Ellipse(cr, 50, 90, 44, 6);
+    SetRgb(cr, {0, 0, 0}, 0.25);
+    cairo_fill(cr);
+    // Six legs on the ground, splayed wide either side.
+    for (int side = -1; side <= 1; side += 2)
+        for (int i = 0; i < 3; ++i) {
+            double fx = 50 + side * (26 + i * 9), fy = 92 - i * 7;
+            SpiderLeg(cr, 50 + side * 6, 56, fx, fy, 16, 4.2, i == 2 ? Shade(k.body, 0.8) : k.body,
+                      rim);
+        }
+    // Abdomen rising behind the head.
+    Ellipse(cr, 50, 20, 22, 15);
+    FillOutlined(cr, k.lit, Shade(k.body, 0.8), 5, 35, rim);
+    Ellipse(cr, 50, 15, 8, 4);
+    SetRgb(cr, {1, 1, 1}, 0.3);
+    cairo_fill(cr);
+    // The head, its eyes above the crystal's tip.
+    Ellipse(cr, 50, 38, 15, 13);
+    FillOutlined(cr, k.lit, Shade(k.body, 0.8), 25, 51, rim);
+    for (int i = 0; i < 4; ++i) {
+        Ellipse(cr, 50 + (i - 1.5) * 6, 32 + (i == 1 || i == 2 ? -2 : 0), 2.6, 2.6);
+        FillFlat(cr, Hex(0xff4a3a), 0.8);
+    }
+    // Front legs: raised high and crooked, then stabbing down at the tip.
+    for (int side = -1; side <= 1; side += 2) {
+        double kx = 50 + side * 36, ky = 20 - 8 * h;
+        double tx = 50 + side * (12 + 14 * h), ty = 40 - 30 * h;
+        cairo_move_to(cr, 50 + side * 10, 44);
+        cairo_line_to(cr, kx, ky);
+        cairo_line_to(cr, tx, ty);
+        InkStroke(cr, 4.4, k.body, rim);
+    }
+    cairo_restore(cr);
+}
+
+// A yeti hammering both fists down either side of the crystal.
+void YetiStrike(cairo_t* cr, double phase) {
+    const double h = StrikeHeight(phase);
+    const double rim = 2.6;
+    const Rgb fur{0.93, 0.95, 1.0};
+    const Rgb furShade{0.56, 0.64, 0.84};
+    const Rgb face{0.42, 0.56, 0.82};
+    Ellipse(cr, 50, 93, 38, 4.5);
+    SetRgb(cr, {0, 0, 0}, 0.25);
+    cairo_fill(cr);
+    for (int side = -1; side <= 1; side += 2) {
+        RoundRect(cr, 50 + side * 20 - 8, 74, 16, 16, 6);
+        FillOutlined(cr, fur, furShade, 74, 90, rim);
+        Ellipse(cr, 50 + side * 22, 90, 10, 4.5);
+        FillFlat(cr, face, rim * 0.8);
+    }
+    ShaggyOval(cr, 50, 58, 29, 27, 14);
+    FillUnionOutlined(cr, fur, furShade, 31, 85, rim);
+    // Arms swing on arcs outside the crystal: fists from overhead to the ground.
+    for (int side = -1; side <= 1; side += 2) {
+        const double down = 1 - h, sx = 50 + side * 20, sy = 46;
+        double fx = sx + side * (2 + 8 * down * down + 8 * std::sin(M_PI * down));
+        double fy = sy - 30 * h + 28 * down;
+        InkLine(cr, sx, sy, fx, fy, 12, fur, rim);
+        Ellipse(cr, fx, fy, 8, 8);
+        FillOutlined(cr, Shade(face, 1.1), face, fy - 8, fy + 8, rim);
+    }
+    // Head with horns, brows and a roar.
+    for (int side = -1; side <= 1; side += 2) {
+        cairo_move_to(cr, 50 + side * 8, 24);
+        cairo_curve_to(cr, 50 + side * 16, 10, 50 + side * 26, 8, 50 + side * 30, 14);
+        cairo_curve_to(cr, 50 + side * 22, 14, 50 + side * 18, 20, 50 + side * 16, 28);
+        cairo_close_path(cr);
+        FillOutlined(cr, Hex(0xf4ead0), Hex(0xb8a070), 8, 28, rim * 0.8);
+    }
+    ShaggyOval(cr, 50, 30, 17, 15, 10);
+    FillUnionOutlined(cr, fur, furShade, 15, 45, rim);
+    Ellipse(cr, 50, 32, 12, 10);
+    FillOutlined(cr, Shade(face, 1.2), Shade(face, 0.85), 22, 42, rim);
+    for (int side = -1; side <= 1; side += 2) {
+        Ellipse(cr, 50 + side * 5, 29, 2.8, 3.2);
+        FillFlat(cr, Pal::kCream, 1.2);
+        Ellipse(cr, 50 + side * 4.5, 29.5, 1.4, 1.8);
+        FillFlat(cr, Pal::kInk, 0);
+        InkLine(cr, 50 + side * 2, 25, 50 + side * 9, 23, 1.6, Shade(face, 0.6), 0.6);
+    }
+    Ellipse(cr, 50, 37, 5, 3 + 2 * (1 - h));
+    FillFlat(cr, Hex(0x2a1030), 1.2);
+}
+
 // Draws a sheet: for every cell, the pose of the clock step that shows it.
-bool Sheet(const std::string& dir, const char* name,
+// Each cell is painted on its own canvas and then ringed in ink (see
+// InkSilhouette): at the drawn size a monster's own outline is about one
+// screen pixel, too thin to hold against pale tiles. fit shrinks the
+// 100 x 100 pose box about its centre, leaving room for the ring.
+bool Sheet(const std::string& dir, const char* name, double fit,
            const std::function<void(cairo_t*, double)>& pose) {
     const ArtEntry* e = ArtFind(name);
     cairo_surface_t* s = CanvasFor(name);
     if (!e || !s) return false;
     cairo_t* cr = cairo_create(s);
     const int cols = e->columns, rows = e->rows;
-    const double cw = double(e->width) / cols, ch = double(e->height) / rows;
+    const int cw = e->width / cols, ch = e->height / rows;
     // The clock visits cells (k mod cols, k mod rows); steps repeat with this period.
     int period = 1;
     while (period < 10 && !(period % cols == 0 && period % rows == 0)) ++period;
@@ -404,13 +617,18 @@ bool Sheet(const std::string& dir, const char* name,
             // Cells the clock never reaches still get a pose between steps.
             double phase =
                 step >= 0 ? double(step) / period : (double(c + r * cols) + 0.5) / (cols * rows);
-            cairo_save(cr);
-            cairo_rectangle(cr, c * cw, r * ch, cw, ch);
-            cairo_clip(cr);
-            cairo_translate(cr, c * cw, r * ch);
-            cairo_scale(cr, cw / 100.0, ch / 100.0);
-            pose(cr, phase);
-            cairo_restore(cr);
+            cairo_surface_t* cell = NewCanvas(cw, ch);
+            cairo_t* cc = cairo_create(cell);
+            cairo_scale(cc, cw / 100.0, ch / 100.0);
+            cairo_translate(cc, 50, 50);
+            cairo_scale(cc, fit, fit);
+            cairo_translate(cc, -50, -50);
+            pose(cc, phase);
+            cairo_destroy(cc);
+            InkSilhouette(cell, kSilhouettePx);
+            cairo_set_source_surface(cr, cell, c * cw, r * ch);
+            cairo_paint(cr);
+            cairo_surface_destroy(cell);
         }
     }
     cairo_destroy(cr);
@@ -429,25 +647,26 @@ void DrawGoblinFigure(cairo_t* cr, double phase) {
     Goblin(cr, kGoblin, phase, 0);
 }
 
-// All monster sheets.
+// All monster sheets. Goblins' side poses reach nearly across their box and
+// are drawn a little smaller; the strike poses are laid out inside it.
 bool DrawMonsters(const std::string& dir) {
     bool ok = true;
     auto walk = [](const GoblinLook& g) {
         return [g](cairo_t* cr, double p) { Goblin(cr, g, p, 0.15 * std::sin(kTau * p)); };
     };
-    ok &= Sheet(dir, "GoblinWalking.png", walk(kGoblin));
-    ok &= Sheet(dir, "GoblinAttack.png", [](cairo_t* cr, double p) {
-        // Club raised back, then brought down: one swing per cycle.
-        Goblin(cr, kGoblin, p * 0.5, -0.9 + 1.6 * (0.5 + 0.5 * std::cos(kTau * p)));
-    });
-    ok &= Sheet(dir, "GoblinBossWalk.png", walk(kGoblinKing));
-    ok &= Sheet(dir, "BeachGoblinWalking.png", walk(kBeachGoblin));
-    ok &= Sheet(dir, "BeachGoblinBossWalk.png", walk(kBeachKing));
-    ok &= Sheet(dir, "SpiderWalk.png", [](cairo_t* cr, double p) { Spider(cr, p, false, false); });
-    ok &= Sheet(dir, "SpiderAttack.png", [](cairo_t* cr, double p) { Spider(cr, p, true, false); });
-    ok &= Sheet(dir, "BroodWalk.png", [](cairo_t* cr, double p) { Spider(cr, p, false, true); });
-    ok &= Sheet(dir, "YetiWalk.png", [](cairo_t* cr, double p) { Yeti(cr, p, false); });
-    ok &= Sheet(dir, "YetiAttack.png", [](cairo_t* cr, double p) { Yeti(cr, p, true); });
-    ok &= Sheet(dir, "WraithWalk.png", [](cairo_t* cr, double p) { Wraith(cr, p); });
+    ok &= Sheet(dir, "GoblinWalking.png", 0.9, walk(kGoblin));
+    ok &= Sheet(dir, "GoblinAttack.png", 1.0,
+                [](cairo_t* cr, double p) { GoblinStrike(cr, kGoblin, p); });
+    ok &= Sheet(dir, "GoblinBossWalk.png", 0.9, walk(kGoblinKing));
+    ok &= Sheet(dir, "BeachGoblinWalking.png", 0.9, walk(kBeachGoblin));
+    ok &= Sheet(dir, "BeachGoblinBossWalk.png", 0.9, walk(kBeachKing));
+    ok &= Sheet(dir, "SpiderWalk.png", 1.0,
+                [](cairo_t* cr, double p) { Spider(cr, kSpiderling, p); });
+    ok &= Sheet(dir, "SpiderAttack.png", 1.0,
+                [](cairo_t* cr, double p) { SpiderStrike(cr, kSpiderling, p); });
+    ok &= Sheet(dir, "BroodWalk.png", 0.9, [](cairo_t* cr, double p) { Spider(cr, kBrood, p); });
+    ok &= Sheet(dir, "YetiWalk.png", 0.92, [](cairo_t* cr, double p) { Yeti(cr, p); });
+    ok &= Sheet(dir, "YetiAttack.png", 1.0, [](cairo_t* cr, double p) { YetiStrike(cr, p); });
+    ok &= Sheet(dir, "WraithWalk.png", 1.0, [](cairo_t* cr, double p) { Wraith(cr, p); });
     return ok;
 }

@@ -78,8 +78,15 @@ bool Dialog(const std::string& dir, const char* name, const char* title, const c
     if (!s) return false;
     cairo_t* cr = Begin(s);
     Dim(cr, 0.45);
+    // Over the pause menu this dialog's ribbon lies exactly over the menu's
+    // own (same height, a unit higher, wider), so no sliver of the menu's
+    // ribbon shows behind it; the menu's panel shows below, a dialog behind
+    // this one, and a shadow sets this one in front.
+    RoundRect(cr, 226, 188, 360, 210, 24);
+    SetRgb(cr, {0, 0, 0}, 0.35);
+    cairo_fill(cr);
     Panel(cr, 220, 180, 360, 210, 24, 14);
-    TitleRibbon(cr, 400, 190, 280, title, ribbon);
+    TitleRibbon(cr, 400, 179, 280, title, ribbon);
     double size = 20;
     while (size > 12 && LetterWidth(cr, line, size, false) > 300) size -= 1;
     double w = LetterWidth(cr, line, size, false);
@@ -166,7 +173,9 @@ bool Next(const std::string& dir) {
     Glow(cr, 400, 420, 140, Hex(0x8fe8ff), 0.6);
     DrawCrystalGem(cr, 400, 420, 50);
     Letter(cr, "Get Ready!", 400, 170, 84, Pal::kGold, 9);
-    Letter(cr, "The monsters are coming. Guard the crystal!", 400, 250, 24, Pal::kCream, 3.5);
+    // The same picture shows before every level and before the closing
+    // credits, so its words suit both.
+    Letter(cr, "The crystal shines on.", 400, 250, 28, Pal::kCream, 3.5);
     return Finish(cr, s, dir, "NextScreen.png");
 }
 

@@ -18,24 +18,22 @@ struct Lesson {
     const char* lines[2];
 };
 
+// Short lines in one size: the page is drawn at half its pixels without
+// smoothing, and small type loses strokes there.
 const Lesson kLessons[] = {
-    {0,
-     "Guard the crystal",
-     {"Monsters march on it and strike it.", "Lose all its health and the level is lost."}},
-    {1,
-     "Know your foes",
-     {"They find their way around anything", "standing on a tile. Bosses hit twice as hard."}},
-    {2,
-     "Move your towers",
-     {"Towers shoot by themselves. Drag one", "to a free tile to cover the monsters' road."}},
-    {3,
-     "Merge them",
-     {"Drop a tower onto one like it: the two", "become a tower that shoots three times as fast."}},
-    {4, "Three waves", {"A new tower arrives with every wave.", "The last wave brings the boss."}},
-    {5,
-     "Earn stars",
-     {"Beat the boss with a healthy crystal for", "up to three stars. Esc pauses the game."}},
+    {0, "Guard the crystal", {"Monsters march on it;", "if it breaks, you lose."}},
+    {1, "Know your foes", {"They walk round towers.", "Bosses hit twice as hard."}},
+    {2, "Move your towers", {"Drag one to a free tile", "to block their road."}},
+    {3, "Merge them", {"Drop a tower on its twin", "for one three times faster."}},
+    {4, "Three waves", {"Each wave adds a tower.", "The last brings the boss."}},
+    {5, "Earn stars", {"A healthy crystal earns", "up to three stars."}},
 };
+
+// Type sizes in page units (drawn at half the pixels, one a screen pixel at
+// 800 x 600): lesson headings, and lesson lines shrinking no further than
+// the least that still keeps its strokes.
+constexpr double kHeadSize = 21, kBodySize = 17, kBodyMin = 15;
+const Rgb kBodyInk = Hex(0x4a2a12);
 
 // The picture of one lesson.
 void LessonIcon(cairo_t* cr, int icon) {
@@ -103,23 +101,26 @@ void LessonIcon(cairo_t* cr, int icon) {
 void HowToPlay(cairo_t* cr, double w, double h, bool pauseVersion) {
     Panel(cr, 8, 8, w - 16, h - 16, 30, 18);
     Letter(cr, "How to Play", w / 2, 62, 46, Hex(0x3f8a30), 5);
-    const double colW = (w - 80) / 2, top = pauseVersion ? 172 : 110;
-    const double rowH = (h - top - (pauseVersion ? 60 : 110)) / 3;
+    const double colW = (w - 80) / 2, top = pauseVersion ? 150 : 116;
+    const double rowH = (h - top - (pauseVersion ? 40 : 100)) / 3;
+    const double iconW = 72, maxW = colW - iconW - 20;
+    // One size for every lesson's lines: the largest that fits them all.
+    double size = kBodySize;
+    for (const Lesson& l : kLessons)
+        for (const char* line : l.lines)
+            while (size > kBodyMin && LetterWidth(cr, line, size, false) > maxW) size -= 0.5;
     for (int i = 0; i < 6; ++i) {
         double x = 40 + (i % 2) * colW, y = top + (i / 2) * rowH;
         cairo_save(cr);
-        cairo_translate(cr, x, y + 6);
-        cairo_scale(cr, 0.8, 0.8);
+        cairo_translate(cr, x, y + 8);
+        cairo_scale(cr, 0.66, 0.66);
         LessonIcon(cr, kLessons[i].icon);
         cairo_restore(cr);
-        double tx = x + 92, maxW = colW - 104;
-        double size = 13;
-        while (size > 8 && (LetterWidth(cr, kLessons[i].lines[0], size, false) > maxW ||
-                            LetterWidth(cr, kLessons[i].lines[1], size, false) > maxW))
-            size -= 0.5;
-        LetterLeft(cr, kLessons[i].title, tx, y + 22, 19, Hex(0x7a2a1a));
-        LetterLeft(cr, kLessons[i].lines[0], tx, y + 48, size, Hex(0x4a2a12), false);
-        LetterLeft(cr, kLessons[i].lines[1], tx, y + 68, size, Hex(0x4a2a12), false);
+        double tx = x + iconW + 8;
+        LetterLeft(cr, kLessons[i].title, tx, y + 20, kHeadSize, Hex(0x7a2a1a));
+        LetterLeft(cr, kLessons[i].lines[0], tx, y + 20 + kHeadSize * 1.35, size, kBodyInk, false);
+        LetterLeft(cr, kLessons[i].lines[1], tx, y + 20 + kHeadSize * 1.35 + size * 1.3, size,
+                   kBodyInk, false);
     }
     if (pauseVersion) {
         // Leave the help button (top right) in view: it closes this page.
@@ -133,12 +134,11 @@ void HowToPlay(cairo_t* cr, double w, double h, bool pauseVersion) {
         SetRgb(cr, Pal::kWoodDark);
         cairo_set_line_width(cr, 4);
         cairo_stroke(cr);
-        const char* note = "Help closes this page";
-        LetterLeft(cr, note, cx - 74 - LetterWidth(cr, note, 12, false), cy, 12, Hex(0x7a4a22),
-                   false);
-    } else {
-        LetterLeft(cr, "Press Back to return to the map.", 40, h - 62, 14, Hex(0x7a4a22), false);
     }
+    const char* note = pauseVersion ? "Press Help again to close this page."
+                                    : "Esc pauses a level. Back returns to the map.";
+    LetterLeft(cr, note, (w - LetterWidth(cr, note, size, false)) / 2, h - (pauseVersion ? 46 : 58),
+               size, Hex(0x7a4a22), false);
 }
 
 // One how-to-play picture.
@@ -207,11 +207,15 @@ const CreditLine kCredits[] = {
     {3, "BSD licence"},
     {4, ""},
     {1, "Every picture and sound"},
-    {2, "drawn and composed by the game's own tools"},
+    {2, "drawn and composed"},
+    {2, "by the game's own tools"},
     {4, ""},
     {4, ""},
     {1, "Thank you for playing!"},
 };
+
+// The credits' plain night at both sides, and the margin every line keeps.
+constexpr double kSkyMargin = 24, kTextMargin = 48;
 
 // The credits scroll.
 bool Credits(const std::string& dir) {
@@ -225,7 +229,9 @@ bool Credits(const std::string& dir) {
     FillOutlined(cr, Hex(0x1a2040), Hex(0x0c1020), 0, h, 0);
     Rng rng(31);
     for (int i = 0; i < 500; ++i) {
-        double x = rng.Range(0, w), y = rng.Range(0, h);
+        // Stars keep off the outermost columns too: those stay plain night,
+        // so a line too wide for the screen would show there.
+        double x = rng.Range(kSkyMargin, w - kSkyMargin), y = rng.Range(0, h);
         if (x > 150 && x < 650) continue;
         StarPath(cr, x, y, rng.Range(1, 3), 0.6, 4, 0);
         SetRgb(cr, {1, 1, 0.9}, rng.Range(0.3, 0.8));
@@ -251,19 +257,25 @@ bool Credits(const std::string& dir) {
         const CreditLine& l = kCredits[i];
         double step = share(l.kind);
         double cy = y + unit * step / 2;
+        // The picture is exactly as wide as the screen: every line keeps a
+        // margin inside it, shrinking if it must.
+        auto fit = [&](double size, bool bold) {
+            while (size > 12 && LetterWidth(cr, l.text, size, bold) > w - 2 * kTextMargin)
+                size -= 1;
+            return size;
+        };
         switch (l.kind) {
         case 0:
-            Letter(cr, l.text, w / 2, cy, 110, Pal::kGold, 10);
+            Letter(cr, l.text, w / 2, cy, fit(110, true), Pal::kGold, 10);
             break;
         case 1:
-            Letter(cr, l.text, w / 2, cy, 34, Hex(0x9be05a), 4);
+            Letter(cr, l.text, w / 2, cy, fit(34, true), Hex(0x9be05a), 4);
             break;
         case 2:
-            Letter(cr, l.text, w / 2, cy, 40, Pal::kCream, 4);
+            Letter(cr, l.text, w / 2, cy, fit(40, true), Pal::kCream, 4);
             break;
         case 3: {
-            double size = 24;
-            while (size > 12 && LetterWidth(cr, l.text, size, false) > w - 80) size -= 1;
+            double size = fit(24, false);
             double tw = LetterWidth(cr, l.text, size, false);
             LetterLeft(cr, l.text, w / 2 - tw / 2, cy, size, Hex(0xc8d0e8), false);
             break;

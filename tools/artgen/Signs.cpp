@@ -166,10 +166,13 @@ bool Stars(const std::string& dir, const char* name, int earned) {
     cairo_surface_t* s = CanvasFor(name);
     if (!s) return false;
     cairo_t* cr = cairo_create(s);
-    const double xs[3] = {100, 260, 420}, ys[3] = {138, 108, 138}, rs[3] = {76, 96, 76};
+    // The game draws this picture centred 10 units right of the win
+    // screen's axis (x 410 of 800): the stars centre on the picture's x 240
+    // of 520 pixels, which is the axis.
+    const double xs[3] = {84, 240, 396}, ys[3] = {138, 108, 138}, rs[3] = {70, 92, 70};
     for (int i = 0; i < 3; ++i) {
         bool gold = i < earned;
-        if (gold) Glow(cr, xs[i], ys[i], rs[i] * 1.25, Pal::kGold, 0.55);
+        if (gold) Glow(cr, xs[i], ys[i], rs[i] * 1.15, Pal::kGold, 0.55);
         StarPath(cr, xs[i], ys[i], rs[i], rs[i] * 0.48, 5, 0);
         if (gold)
             FillOutlined(cr, Hex(0xfff2a0), Hex(0xf0a020), ys[i] - rs[i], ys[i] + rs[i], 7);
@@ -187,14 +190,16 @@ bool Stars(const std::string& dir, const char* name, int earned) {
 }
 
 // The panel behind the rating leaves; the leaves sit in its lower half.
+// The picture spans screen x 180..450 but the leaves' row is centred on
+// x 330, so the panel and its title centre there: picture pixel 300.
 bool StarPanel(const std::string& dir) {
     cairo_surface_t* s = CanvasFor("lvlStarBG.png");
     if (!s) return false;
     cairo_t* cr = cairo_create(s);
-    Panel(cr, 6, 6, 528, 248, 30, 14);
-    Letter(cr, "Best rating", 270, 64, 42, Hex(0x6a3a18), 0);
-    cairo_move_to(cr, 80, 100);
-    cairo_line_to(cr, 460, 100);
+    Panel(cr, 66, 6, 468, 248, 30, 14);
+    Letter(cr, "Best rating", 300, 64, 42, Hex(0x6a3a18), 0);
+    cairo_move_to(cr, 120, 100);
+    cairo_line_to(cr, 480, 100);
     SetRgb(cr, Hex(0x9a6a3a), 0.7);
     cairo_set_line_width(cr, 3);
     cairo_stroke(cr);
@@ -217,7 +222,8 @@ bool Cursor(const std::string& dir) {
     cairo_line_to(cr, 40, 63);
     cairo_close_path(cr);
     cairo_set_line_join(cr, CAIRO_LINE_JOIN_MITER);
-    SetRgb(cr, Pal::kGold);
+    // Icy white-blue: gold would melt into the gold hover looks and locks.
+    SetRgb(cr, Hex(0xe8f8ff));
     cairo_fill_preserve(cr);
     SetRgb(cr, Pal::kInk);
     cairo_set_line_width(cr, 3);
@@ -236,7 +242,12 @@ bool Cursor(const std::string& dir) {
     return SaveArt(s, dir, "cursor.png");
 }
 
-// The loading strip: ten cells, a row of gems lighting up in turn.
+// The loading strip: ten cells, a row of five gems lighting up in turn.
+// The loading screen draws the strip and then the goblin through one clock,
+// and both advance it: every half second the clock moves on two cells, so
+// only every other cell shows (1, 3, 5, 7, 9 or 0, 2, 4, 6, 8, depending on
+// where the clock stood). Cells 2j and 2j + 1 light gem j, so either
+// sequence walks the light along the five gems one by one.
 bool Loading(const std::string& dir) {
     const ArtEntry* e = ArtFind("loading.png");
     cairo_surface_t* s = CanvasFor("loading.png");
@@ -246,13 +257,12 @@ bool Loading(const std::string& dir) {
     for (int k = 0; k < e->columns; ++k) {
         cairo_save(cr);
         cairo_translate(cr, k * cw, 0);
-        Letter(cr, "Loading", 150, 60, 52, Pal::kCream, 6);
-        for (int i = 0; i < 3; ++i) {
-            // A dot is bright on its own steps, so any step reads as motion.
-            bool lit = (k % 3) == i;
-            double x = 300 + i * 32;
-            if (lit) Glow(cr, x, 66, 22, Hex(0x8fe8ff), 0.8);
-            DrawCrystalGem(cr, x, 66, lit ? 16 : 11);
+        Letter(cr, "Loading", 140, 60, 52, Pal::kCream, 6);
+        for (int i = 0; i < 5; ++i) {
+            bool lit = k / 2 == i;
+            double x = 268 + i * 25;
+            if (lit) Glow(cr, x, 66, 20, Hex(0x8fe8ff), 0.8);
+            DrawCrystalGem(cr, x, 66, lit ? 15 : 10);
         }
         cairo_restore(cr);
     }

@@ -14,6 +14,11 @@
 
 namespace {
 
+// The gem inside crystal.png, in units from the tile's centre (y downward):
+// 16 wide and 32 tall, its foot near the tile's lower point and its tip 6
+// units above the centre, below a goblin's eyes.
+constexpr double kGemHalfWidth = 8, kGemHalfHeight = 16, kGemCentreY = 10;
+
 // The tower's stones or planks, in a 100 x 100 box.
 void TowerBody(cairo_t* cr, int tier, double flagPhase) {
     const double rim = 2.8;
@@ -119,9 +124,13 @@ bool TowerSheet(const std::string& dir, const char* name, int tier) {
             cairo_clip(cr);
             cairo_translate(cr, c * cw, r * ch);
             cairo_scale(cr, cw / 100.0, ch / 100.0);
-            // Shrink a little so the pennant stays inside the cell.
-            cairo_translate(cr, 8, 12);
-            cairo_scale(cr, 0.84, 0.84);
+            // Shrink a little so the pennant stays inside the cell, and
+            // draw the tower stout: drawn 40 units square over a 52-unit
+            // tile, a slim tower left most of its frame empty and was hard
+            // to aim at.
+            cairo_translate(cr, 50, 12);
+            cairo_scale(cr, 0.84 * 1.32, 0.84);
+            cairo_translate(cr, -50, 0);
             TowerBody(cr, tier, (c + r * e->columns) / 8.0);
             cairo_restore(cr);
         }
@@ -194,7 +203,12 @@ bool HealthBar(const std::string& dir, const char* name, bool warning) {
 
 // The crystal: a tall faceted gem, bright enough to read at 10 units wide.
 void DrawCrystalGem(cairo_t* cr, double cx, double cy, double half) {
-    const double w = half * 0.62, shoulder = half * 0.35;
+    DrawCrystalGem(cr, cx, cy, half, 0.62);
+}
+
+// The same gem with its half width a given share of its half height.
+void DrawCrystalGem(cairo_t* cr, double cx, double cy, double half, double widthRatio) {
+    const double w = half * widthRatio, shoulder = half * 0.35;
     const double rim = std::fmax(half * 0.07, 1.0);
     // The gem's outline, pointed at top and bottom, half-width `width`.
     auto gem = [&](double width) {
@@ -242,8 +256,15 @@ bool DrawTowersAndCrystal(const std::string& dir) {
     cairo_surface_t* s = CanvasFor("crystal.png");
     if (!s) return false;
     cairo_t* cr = cairo_create(s);
-    Glow(cr, 60, 60, 60, Hex(0x8fe8ff), 0.55);
-    DrawCrystalGem(cr, 60, 60, 52);
+    // The sprite is 60 x 60 units over the board's centre tile and is drawn
+    // after the monsters, which close in on its very centre to strike. A
+    // slim gem standing low leaves a striking monster's head, arms and weapon
+    // in view above and beside it. Units here: the picture's centre is the
+    // tile's centre, two pixels a unit, y downward.
+    cairo_translate(cr, 60, 60);
+    cairo_scale(cr, 2, 2);
+    Glow(cr, 0, kGemCentreY, 14, Hex(0x8fe8ff), 0.3);
+    DrawCrystalGem(cr, 0, kGemCentreY, kGemHalfHeight, kGemHalfWidth / kGemHalfHeight);
     cairo_destroy(cr);
     ok &= SaveArt(s, dir, "crystal.png");
     ok &= HealthBar(dir, "Layer 24.png", false);
