@@ -1,19 +1,22 @@
 # Quarrow: the two commands a player or a maintainer needs.
 #   make play   install what is missing, build, start the game
 #   make test   install what is missing, build with sanitizers, run every test headless
+#   make fuzz   fuzz the score reader for FUZZ_SECONDS (default 600)
 PACKAGES := cmake g++ make pkg-config \
 	libsdl2-dev libglew-dev libgl-dev libpng-dev \
 	libopenal-dev libvorbis-dev libogg-dev \
 	libfreetype-dev libfontconfig-dev fonts-dejavu-core \
 	libcairo2-dev libfluidsynth-dev fluidr3mono-gm-soundfont libebur128-dev \
-	libgtest-dev clang-format \
+	libgtest-dev clang-format clang libclang-rt-14-dev \
 	xvfb xauth sox
 
 SHELL := /bin/bash
 JOBS := $(shell nproc)
 SUDO := $(shell [ "$$(id -u)" -eq 0 ] || echo sudo)
 
-.PHONY: play test deps build build-test bench clean
+FUZZ_SECONDS ?= 600
+
+.PHONY: play test deps build build-test bench clean fuzz
 
 deps:
 	@missing=""; for p in $(PACKAGES); do \
@@ -39,6 +42,12 @@ build-test: deps
 test: build-test
 	. tests/test-env.sh && cd build-test && \
 	  xvfb-run -a -s "-screen 0 1280x1024x24" ctest --output-on-failure -j $(JOBS) -LE bench
+
+fuzz: deps
+	cmake -S . -B build-test -DCMAKE_BUILD_TYPE=Debug -DQUARROW_SANITIZE=ON
+	cmake --build build-test --target fuzz_scores
+	. tests/test-env.sh && tests/fuzz/run-fuzz.sh build-test/tests/fuzz_scores \
+	  tests/fuzz/scores-seeds build-test/tests/fuzz-scores $(FUZZ_SECONDS)
 
 bench: build
 	cmake --build build -j $(JOBS) --target benchmarks
