@@ -452,6 +452,26 @@ static SoundRecord* FindSound(Sound sound, SoundSystem** pOwner) {
     return nullptr;
 }
 
+int SoundLiveCount(void) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
+    size_t count = 0;
+    for (SoundSystem* system : sSystems) count += system->sounds.size();
+    return (int)count;
+}
+
+int SoundBusyChannelCount(void) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
+    int busy = 0;
+    for (SoundSystem* system : sSystems) {
+        if (!UseContext(system)) continue;
+        for (const ChannelRecord& channel : system->channels) {
+            const ALint state = SourceState(channel);
+            busy += channel.waiting || state == AL_PLAYING || state == AL_PAUSED;
+        }
+    }
+    return busy;
+}
+
 // Stops every channel playing the sound, then frees it.
 int SoundRelease(Sound sound) {
     std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
