@@ -149,15 +149,21 @@ void OnAllocate(const volatile void*, size_t size) {
 void OnFree(const volatile void* p) {
     if (sWatching.load()) sHeld -= (long long)__sanitizer_get_allocated_size(p);
 }
-const bool sHooked = __sanitizer_install_malloc_and_free_hooks(OnAllocate, OnFree) != 0;
+// Installed by the first measure only: other tests run without the hooks.
+bool Hooked() {
+    static const bool hooked = __sanitizer_install_malloc_and_free_hooks(OnAllocate, OnFree) != 0;
+    return hooked;
+}
 #else
-const bool sHooked = false;
+bool Hooked() {
+    return false;
+}
 #endif
 
 } // namespace
 
 bool DamageHeapPeak::Available() {
-    return sHooked;
+    return Hooked();
 }
 
 void DamageHeapPeak::Start() {
