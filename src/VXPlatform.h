@@ -44,10 +44,17 @@ void VXPlatformSwap(void);
 int VXPlatformShowCursor(int show);
 
 // Events. Pump removes every waiting event without blocking, updates the live
-// key table and cursor, and reports window messages to proc.
-void VXPlatformPump(VXSysWindowProc proc);
+// key table and cursor, and reports window messages to proc. It returns true
+// when the player asked to switch between full screen and the window (F11,
+// or Enter with Alt held; a held key's repeats do not count) an odd number
+// of times: two presses in one frame cancel out.
+bool VXPlatformPump(VXSysWindowProc proc);
 void VXPlatformGetKeyboardState(unsigned char out[256]);
 void VXPlatformGetCursorPos(int* x, int* y);
+// Reads where the system pointer really is, in client pixels of the window,
+// into the cursor: after the window has been moved or resized under a
+// pointer that stood still, no motion event says so.
+void VXPlatformRefreshCursor(void);
 void VXPlatformResetInputState(void);
 
 // Pushes synthetic events into the same queue the pump reads.

@@ -21,6 +21,8 @@
 
 #include <cstring>
 
+#include "VXInput.h"
+
 namespace {
 
 SDL_Window* sWindow = nullptr;
@@ -151,14 +153,15 @@ Uint32 WindowId(void) {
 }
 
 // Takes the system pointer's position relative to the client area when the
-// pointer has moved since it was last looked at. Injected motion does not
-// move the system pointer, so an injected position stands until a real
-// mouse moves.
-void FollowSystemPointer(void) {
+// pointer has moved since it was last looked at, or always when the window
+// has moved under it. Injected motion does not move the system pointer, so
+// an injected position stands until a real mouse (or the window) moves;
+// once the seam drives the cursor, the system pointer is not looked at.
+void FollowSystemPointer(bool always) {
     if (!sWindow || sSeamDrivesCursor) return;
     int x = 0, y = 0;
     SDL_GetGlobalMouseState(&x, &y);
-    if (x == sPointerX && y == sPointerY) return;
+    if (!always && x == sPointerX && y == sPointerY) return;
     sPointerX = x;
     sPointerY = y;
     int left = 0, top = 0;
@@ -297,13 +300,21 @@ int VXPlatformShowCursor(int show) {
 }
 
 // Empties the event queue without waiting.
-void VXPlatformPump(VXSysWindowProc proc) {
+bool VXPlatformPump(VXSysWindowProc proc) {
+    bool switchScreenMode = false;
     SDL_Event e;
     while (SDL_PollEvent(&e)) {
         switch (e.type) {
         case SDL_KEYDOWN:
         case SDL_KEYUP: {
             unsigned char vk = VirtualKeyFromSDL(e.key.keysym.sym);
+            if (e.type == SDL_KEYDOWN && !e.key.repeat) {
+                // Alt is read from the live table as well as from SDL's own
+                // modifier state, which injected events do not carry.
+                const bool alt = (sKeys[VX_KEY_MENU] & 0x80) || (e.key.keysym.mod & KMOD_ALT);
+                if (vk == VX_KEY_F1 + 10 || (vk == VX_KEY_RETURN && alt))
+                    switchScreenMode = !switchScreenMode;
+            }
             if (vk) sKeys[vk] = e.type == SDL_KEYDOWN ? 0x80 : 0;
             break;
         }
@@ -350,7 +361,8 @@ void VXPlatformPump(VXSysWindowProc proc) {
             break;
         }
     }
-    FollowSystemPointer();
+    FollowSystemPointer(false);
+    return switchScreenMode;
 }
 
 void VXPlatformGetKeyboardState(unsigned char out[256]) {
@@ -360,6 +372,10 @@ void VXPlatformGetKeyboardState(unsigned char out[256]) {
 void VXPlatformGetCursorPos(int* x, int* y) {
     if (x) *x = sCursorX;
     if (y) *y = sCursorY;
+}
+
+void VXPlatformRefreshCursor(void) {
+    FollowSystemPointer(true);
 }
 
 // Forgets every key and the cursor (a new process or a fresh engine start).

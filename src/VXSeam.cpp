@@ -149,6 +149,10 @@ bool VXSeamCaptureFrame(std::vector<unsigned char>& rgba, int& width, int& heigh
     for (int y = 0; y < height; ++y)
         std::copy_n(&bottomUp[(size_t)(height - 1 - y) * stride], stride,
                     &rgba[(size_t)y * stride]);
+    // The screen shows no transparency: whatever a draw left in the frame's
+    // alpha (the splash fades its logos through the tint with blending off)
+    // is not part of the picture, so captures are opaque.
+    for (size_t i = 3; i < rgba.size(); i += 4) rgba[i] = 255;
     return glGetError() == GL_NO_ERROR;
 }
 

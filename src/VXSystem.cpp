@@ -89,8 +89,16 @@ void VXSysFrameEnd(void) {
     VXSysUpdate();
 }
 
+// The screen-mode keys are acted on here, where every frame ends by pumping
+// the window's messages, and not in the game's loop: some frames (the menu's
+// loading screen) are drawn inside a state's load and never sample input,
+// and the player may switch at any moment. The switch lands between two
+// frames, so the next frame is drawn and its cursor read at the new scale.
 void VXSysUpdate(void) {
-    VXPlatformPump(sWindowProc);
+    if (!VXPlatformPump(sWindowProc) || !sWindowExists) return;
+    VXToogleFullScreen(!gVXFullScreen);
+    // The pointer did not move, the window did: read it again.
+    VXPlatformRefreshCursor();
 }
 
 void VXSysExit(void) {

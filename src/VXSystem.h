@@ -37,6 +37,8 @@ int VXSysInit(void* instance, int showCommand, int width, int height, int create
 void VXSysReset(void);
 void VXSysFrameStart(void);
 void VXSysFrameEnd(void);
+// Dispatches the waiting window messages. F11, or Enter with Alt held,
+// switches between full screen and the window here, in whatever state.
 void VXSysUpdate(void);
 void VXSysExit(void);
 

@@ -1,11 +1,13 @@
 // Input through the real event pump: triggered and released semantics, the
 // reset at a state change, the virtual-key mapping of the platform's keys and
-// buttons, and the cursor in logical pixels in and out of full screen.
+// buttons, the cursor in logical pixels in and out of full screen, and the
+// keys that switch between full screen and the window.
 #include <SDL.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "TestSupport.h"
 #include "VXInput.h"
@@ -251,6 +253,114 @@ TEST_F(Input, TheSystemPointerIsFollowedOutsideTheWindow) {
     VXInputGetCursorPosition(&x, &y);
     EXPECT_EQ(x, 5) << "the real pointer moved after an injected one";
     EXPECT_EQ(y, 6);
+}
+
+// One frame as the menu's loading screen runs it: the frame bracket alone,
+// with no input sample between two frames.
+void BareFrame() {
+    VXSysFrameStart();
+    VXSysFrameEnd();
+}
+
+SDL_Event KeyEvent(SDL_Keycode key, bool down, bool repeat = false, Uint16 mod = KMOD_NONE) {
+    SDL_Event e{};
+    e.type = down ? SDL_KEYDOWN : SDL_KEYUP;
+    e.key.keysym.sym = key;
+    e.key.keysym.mod = mod;
+    e.key.repeat = repeat;
+    return e;
+}
+
+TEST_F(Input, F11AndAltEnterSwitchTheScreenModeAtTheFrameEnd) {
+    struct Case {
+        const char* name;
+        std::vector<SDL_Event> events; // all arrive within one frame
+        bool switches;
+    } cases[] = {
+        {"F11", {KeyEvent(SDLK_F11, true)}, true},
+        {"F11 held down: a repeat", {KeyEvent(SDLK_F11, true, true)}, false},
+        {"left Alt, Enter", {KeyEvent(SDLK_LALT, true), KeyEvent(SDLK_RETURN, true)}, true},
+        {"right Alt, keypad Enter",
+         {KeyEvent(SDLK_RALT, true), KeyEvent(SDLK_KP_ENTER, true)},
+         true},
+        {"Enter alone", {KeyEvent(SDLK_RETURN, true)}, false},
+        {"Alt released before Enter",
+         {KeyEvent(SDLK_LALT, true), KeyEvent(SDLK_LALT, false), KeyEvent(SDLK_RETURN, true)},
+         false},
+        {"Enter with Alt held since before the window had focus",
+         {KeyEvent(SDLK_RETURN, true, false, KMOD_LALT)},
+         true},
+        {"F11 twice in one frame",
+         {KeyEvent(SDLK_F11, true), KeyEvent(SDLK_F11, false), KeyEvent(SDLK_F11, true)},
+         false},
+    };
+    for (const Case& c : cases) {
+        const bool before = gVXFullScreen;
+        for (SDL_Event e : c.events) SDL_PushEvent(&e);
+        BareFrame();
+        EXPECT_EQ(gVXFullScreen, before != c.switches) << c.name;
+        // Letting go of every key switches nothing.
+        for (SDL_Keycode key : {SDLK_F11, SDLK_LALT, SDLK_RALT, SDLK_RETURN, SDLK_KP_ENTER}) {
+            SDL_Event up = KeyEvent(key, false);
+            SDL_PushEvent(&up);
+        }
+        BareFrame();
+        EXPECT_EQ(gVXFullScreen, before != c.switches) << c.name << ", keys let go";
+    }
+}
+
+TEST_F(Input, TheSwitchBringsTheScaleTheWindowAndThePointerAlong) {
+    // The real pointer is moved: on a display of its own (see above).
+    if (!std::getenv("QUARROW_OWN_DISPLAY")) {
+        std::string output;
+        const int status =
+            TestRunThisProgram("Input.TheSwitchBringsTheScaleTheWindowAndThePointerAlong",
+                               "QUARROW_OWN_DISPLAY=1", output, true);
+        EXPECT_EQ(status, 0) << output;
+        EXPECT_NE(output.find("[  PASSED  ] 1 test"), std::string::npos) << output;
+        return;
+    }
+    // The test screen is 1280 x 1024; the 800 x 600 window sits centred at
+    // (240, 212). The pointer stands still at screen pixel (1000, 800).
+    SDL_Window* window = (SDL_Window*)VXSysGetWindowHandle();
+    SDL_WarpMouseGlobal(1000, 800);
+    BareFrame();
+    BareFrame();
+    struct Step {
+        bool fullScreen;
+        float scaleX, scaleY;
+        int x, y, w, h; // the window on the screen
+        int cursorX, cursorY;
+    } steps[] = {
+        // 1000 / 1.6 = 625; 800 / (1024 / 600) = 468.75, truncated.
+        {true, 1.6f, 1024.0f / 600.0f, 0, 0, 1280, 1024, 625, 468},
+        // 1000 - 240 and 800 - 212, one window pixel per logical pixel.
+        {false, 1.0f, 1.0f, 240, 212, 800, 600, 760, 588},
+        {true, 1.6f, 1024.0f / 600.0f, 0, 0, 1280, 1024, 625, 468},
+    };
+    for (const Step& step : steps) {
+        SDL_Event f11 = KeyEvent(SDLK_F11, true);
+        SDL_PushEvent(&f11);
+        BareFrame();
+        f11.type = SDL_KEYUP;
+        SDL_PushEvent(&f11);
+        BareFrame();
+        VXInputUpdate();
+        const char* mode = step.fullScreen ? "full screen" : "window";
+        ASSERT_EQ(gVXFullScreen, step.fullScreen) << mode;
+        EXPECT_FLOAT_EQ(gVXWinScaleX, step.scaleX) << mode;
+        EXPECT_FLOAT_EQ(gVXWinScaleY, step.scaleY) << mode;
+        int x, y, w, h;
+        SDL_GetWindowPosition(window, &x, &y);
+        SDL_GetWindowSize(window, &w, &h);
+        EXPECT_EQ(x, step.x) << mode;
+        EXPECT_EQ(y, step.y) << mode;
+        EXPECT_EQ(w, step.w) << mode;
+        EXPECT_EQ(h, step.h) << mode;
+        VXInputGetCursorPosition(&x, &y);
+        EXPECT_EQ(x, step.cursorX) << mode << ": the cursor under the pointer";
+        EXPECT_EQ(y, step.cursorY) << mode << ": the cursor under the pointer";
+    }
 }
 
 } // namespace

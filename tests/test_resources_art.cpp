@@ -181,14 +181,28 @@ TEST(Pictures, EveryPictureDecodesWithEveryCellDrawn) {
     }
 }
 
-// The window icon has a 32 x 32 entry the loader reads.
-TEST(Pictures, IconHasA32PixelEntry) {
+// The window icon holds the crystal at every size a desktop asks for, each
+// entry the very picture of the desktop's icon of that size; the window
+// loads the 32 x 32 one from among them.
+TEST(Pictures, IconHoldsEverySizeOfTheDesktopsIcons) {
+    for (int side : {16, 32, 48, 64, 128, 256}) {
+        SCOPED_TRACE(std::to_string(side) + " x " + std::to_string(side));
+        std::vector<unsigned char> entry;
+        ASSERT_TRUE(VXImageDecodeIcoFile(ResourcePath(kArtIconName).c_str(), side, entry));
+        const std::string n = std::to_string(side);
+        Picture themed;
+        const std::string path = TestBinaryDir() + "/icons/" + n + "x" + n + "/apps/quarrow.png";
+        ASSERT_TRUE(VXImageDecodePNGFile(path.c_str(), themed.rgba, themed.width, themed.height));
+        EXPECT_EQ(themed.width, side);
+        EXPECT_EQ(themed.height, side);
+        EXPECT_TRUE(entry == themed.rgba) << "the icon's entry differs from " << path;
+        int opaque = 0;
+        for (size_t i = 3; i < entry.size(); i += 4) opaque += entry[i] > 200;
+        EXPECT_GT(opaque, side * side / 4) << "the icon is mostly empty";
+    }
     std::vector<unsigned char> rgba;
-    ASSERT_TRUE(VXImageDecodeIcoFile(ResourcePath(kArtIconName).c_str(), 32, rgba));
-    ASSERT_EQ(rgba.size(), 32u * 32u * 4u);
-    int opaque = 0;
-    for (size_t i = 3; i < rgba.size(); i += 4) opaque += rgba[i] > 200;
-    EXPECT_GT(opaque, 32 * 32 / 4) << "the icon is mostly empty";
+    EXPECT_FALSE(VXImageDecodeIcoFile(ResourcePath(kArtIconName).c_str(), 24, rgba))
+        << "no 24 x 24 entry was drawn";
 }
 
 // The cursor is drawn centred on the mouse point, so its tip is the centre:
@@ -377,6 +391,22 @@ TEST(Generator, TwoRunsGiveIdenticalFiles) {
         ASSERT_FALSE(a.empty());
         EXPECT_TRUE(a == b) << "runs differ";
         EXPECT_TRUE(a == ReadFile(ResourcePath(n))) << "Resources holds an older picture";
+    }
+    // The desktop's icons too.
+    for (const char* run : {"a", "b"}) {
+        std::string cmd = std::string("'") + QUARROW_ARTGEN + "' --icons '" +
+                          (base / run / "icons").string() + "'";
+        ASSERT_EQ(TestRunCommand(cmd, out), 0) << out;
+    }
+    for (int side : kArtIconSizes) {
+        const std::string n =
+            "/" + std::to_string(side) + "x" + std::to_string(side) + "/apps/quarrow.png";
+        SCOPED_TRACE(n);
+        std::string a = ReadFile((base / "a" / "icons").string() + n);
+        ASSERT_FALSE(a.empty());
+        EXPECT_TRUE(a == ReadFile((base / "b" / "icons").string() + n)) << "runs differ";
+        EXPECT_TRUE(a == ReadFile(TestBinaryDir() + "/icons" + n))
+            << "the build holds an older icon";
     }
     fs::remove_all(base);
 }

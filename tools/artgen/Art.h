@@ -26,6 +26,8 @@ void InkStroke(cairo_t* cr, double width, Rgb colour, double rim);
 bool DrawMonsters(const std::string& dir);
 bool DrawTowersAndCrystal(const std::string& dir);
 bool DrawIcon(const std::string& dir);
+// The icon at every size as DIR/NxN/apps/<theme icon name>.png.
+bool DrawThemeIcons(const std::string& dir);
 bool DrawButtons(const std::string& dir);
 bool DrawSigns(const std::string& dir);
 bool DrawBackgrounds(const std::string& dir);

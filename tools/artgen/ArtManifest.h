@@ -128,9 +128,14 @@ inline constexpr ArtEntry kArtManifest[] = {
 
 inline constexpr int kArtManifestCount = sizeof(kArtManifest) / sizeof(kArtManifest[0]);
 
-// The window icon: one 32 x 32 PNG-compressed entry.
+// The window icon: one PNG-compressed entry for each of the icon sizes; the
+// window loads the 32 x 32 one. The desktop's icon theme gets the same
+// pictures as kArtThemeIconName.png in a folder per size.
 inline constexpr const char* kArtIconName = "crystal.ico";
 inline constexpr int kArtIconSize = 32;
+inline constexpr int kArtIconSizes[] = {16, 32, 48, 64, 128, 256};
+inline constexpr int kArtIconSizeCount = sizeof(kArtIconSizes) / sizeof(kArtIconSizes[0]);
+inline constexpr const char* kArtThemeIconName = "quarrow";
 
 // Looks up an entry by file name; null when the name is not in the list.
 inline const ArtEntry* ArtFind(const char* name) {

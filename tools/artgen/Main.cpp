@@ -1,6 +1,8 @@
 // artgen: draws every picture the game reads, and the window icon.
 //
 //   artgen DIR                          writes all pictures into DIR
+//   artgen --icons DIR                  writes the desktop's icons into DIR,
+//                                       one folder per size (DIR/32x32/apps)
 //   artgen --contact-sheet OUT.png DIR  one PNG showing every picture of DIR
 //                                       on a grid with its name
 //
@@ -55,12 +57,21 @@ void InkStroke(cairo_t* cr, double width, Rgb colour, double rim) {
     cairo_set_line_cap(cr, CAIRO_LINE_CAP_BUTT);
 }
 
-// The icon's picture: its one entry is a PNG stored after the 22-byte
-// directory. Null when the file is missing.
+// The icon's picture: the PNG of its entry of the window's size, found in
+// the icon's directory. Null when the file is missing or has no such entry.
 static cairo_surface_t* IconEntry(const std::string& path) {
     FILE* f = std::fopen(path.c_str(), "rb");
     if (!f) return nullptr;
-    std::fseek(f, 22, SEEK_SET);
+    unsigned char head[6], entry[16];
+    long offset = -1;
+    if (std::fread(head, 1, 6, f) == 6)
+        for (int i = 0; i < head[4] + 256 * head[5] && std::fread(entry, 1, 16, f) == 16; ++i)
+            if (entry[0] == kArtIconSize)
+                offset = entry[12] | entry[13] << 8 | entry[14] << 16 | (long)entry[15] << 24;
+    if (offset < 0 || std::fseek(f, offset, SEEK_SET) != 0) {
+        std::fclose(f);
+        return nullptr;
+    }
     cairo_surface_t* pic = cairo_image_surface_create_from_png_stream(
         [](void* c, unsigned char* d, unsigned int n) {
             return std::fread(d, 1, n, static_cast<FILE*>(c)) == n ? CAIRO_STATUS_SUCCESS
@@ -123,8 +134,13 @@ static int ContactSheet(const char* out, const std::string& dir) {
 int main(int argc, char** argv) {
     if (argc == 4 && std::strcmp(argv[1], "--contact-sheet") == 0)
         return ContactSheet(argv[2], argv[3]);
+    if (argc == 3 && std::strcmp(argv[1], "--icons") == 0) {
+        mkdir(argv[2], 0755);
+        return DrawThemeIcons(argv[2]) ? 0 : 1;
+    }
     if (argc != 2) {
-        std::printf("usage: artgen DIR | artgen --contact-sheet OUT.png DIR\n");
+        std::printf(
+            "usage: artgen DIR | artgen --icons DIR | artgen --contact-sheet OUT.png DIR\n");
         return 2;
     }
     std::string dir = argv[1];

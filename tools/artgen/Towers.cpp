@@ -1,5 +1,6 @@
 // Towers: the two archer towers, the crystal (also the projectile), the
-// crystal's health-bar frame and warning flash, and the window icon.
+// crystal's health-bar frame and warning flash, the window icon and the
+// desktop's icons.
 //
 // Depends on: Art, Draw, Cairo's PNG stream writer. Limits: the health-bar
 // window is cut at whole pixels, so the frame's pixel size must stay twice
@@ -8,6 +9,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <sys/stat.h>
 #include <vector>
 
 namespace {
@@ -249,9 +251,11 @@ bool DrawTowersAndCrystal(const std::string& dir) {
     return ok;
 }
 
-// The window icon: a .ico file with one 32 x 32 entry holding a PNG.
-bool DrawIcon(const std::string& dir) {
-    const int n = kArtIconSize;
+namespace {
+
+// The icon's picture at n x n pixels, as PNG bytes: the crystal, scaled
+// with its size so that every size shows the same gem.
+std::vector<unsigned char> IconPng(int n) {
     cairo_surface_t* s = NewCanvas(n, n);
     cairo_t* cr = cairo_create(s);
     DrawCrystalGem(cr, n / 2.0, n / 2.0, n * 0.46);
@@ -266,35 +270,59 @@ bool DrawIcon(const std::string& dir) {
         },
         &png);
     cairo_surface_destroy(s);
-    // Directory: reserved 0, type 1 (icon), one entry; the entry gives the
-    // size, 32 bits per pixel and where the PNG bytes start (22).
-    std::vector<unsigned char> ico = {0, 0, 1, 0, 1, 0};
-    unsigned size = png.size(), offset = 22;
-    unsigned char entry[16] = {(unsigned char)n,
-                               (unsigned char)n,
-                               0,
-                               0,
-                               1,
-                               0,
-                               32,
-                               0,
-                               (unsigned char)(size & 255),
-                               (unsigned char)((size >> 8) & 255),
-                               (unsigned char)((size >> 16) & 255),
-                               (unsigned char)(size >> 24),
-                               (unsigned char)offset,
-                               0,
-                               0,
-                               0};
-    ico.insert(ico.end(), entry, entry + 16);
-    ico.insert(ico.end(), png.begin(), png.end());
-    std::string path = dir + "/" + kArtIconName;
+    return png;
+}
+
+bool WriteFile(const std::string& path, const std::vector<unsigned char>& bytes) {
     FILE* f = std::fopen(path.c_str(), "wb");
-    if (!f || std::fwrite(ico.data(), 1, ico.size(), f) != ico.size()) {
+    if (!f || std::fwrite(bytes.data(), 1, bytes.size(), f) != bytes.size()) {
         std::printf("artgen: cannot write %s\n", path.c_str());
         if (f) std::fclose(f);
         return false;
     }
-    std::fclose(f);
-    return true;
+    return std::fclose(f) == 0;
+}
+
+void Le16(std::vector<unsigned char>& out, unsigned v) {
+    out.insert(out.end(), {(unsigned char)(v & 255), (unsigned char)(v >> 8)});
+}
+void Le32(std::vector<unsigned char>& out, unsigned v) {
+    Le16(out, v & 0xffff);
+    Le16(out, v >> 16);
+}
+
+} // namespace
+
+// The window icon: a .ico file with one PNG entry for every icon size, the
+// 32 x 32 one the window loads among them.
+bool DrawIcon(const std::string& dir) {
+    std::vector<std::vector<unsigned char>> pngs;
+    for (int n : kArtIconSizes) pngs.push_back(IconPng(n));
+    // Directory: reserved 0, type 1 (icon), the entry count; each entry gives
+    // its size (0 stands for 256), 32 bits per pixel, and where its PNG starts.
+    std::vector<unsigned char> ico;
+    Le16(ico, 0), Le16(ico, 1), Le16(ico, kArtIconSizeCount);
+    unsigned offset = 6 + 16 * kArtIconSizeCount;
+    for (int i = 0; i < kArtIconSizeCount; ++i) {
+        const unsigned char side = (unsigned char)(kArtIconSizes[i] & 255);
+        ico.insert(ico.end(), {side, side, 0, 0});
+        Le16(ico, 1), Le16(ico, 32), Le32(ico, (unsigned)pngs[i].size()), Le32(ico, offset);
+        offset += (unsigned)pngs[i].size();
+    }
+    for (const auto& png : pngs) ico.insert(ico.end(), png.begin(), png.end());
+    return WriteFile(dir + "/" + kArtIconName, ico);
+}
+
+// The desktop's icons: DIR/NxN/apps/quarrow.png for every icon size, the
+// same pictures as the entries of the window icon.
+bool DrawThemeIcons(const std::string& dir) {
+    bool ok = true;
+    for (int n : kArtIconSizes) {
+        std::string folder = dir + "/" + std::to_string(n) + "x" + std::to_string(n);
+        mkdir(folder.c_str(), 0755);
+        folder += "/apps";
+        mkdir(folder.c_str(), 0755);
+        ok &= WriteFile(folder + "/" + kArtThemeIconName + ".png", IconPng(n));
+    }
+    return ok;
 }
