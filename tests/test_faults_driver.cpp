@@ -53,7 +53,7 @@ std::vector<std::string> Lines(const std::string& text, const std::string& word)
 
 } // namespace
 
-TEST(WholeGame, SameStateHashesInThePlainAndTheSanitizedBuild) {
+TEST(FaultsDriver, SameStateHashesInThePlainAndTheSanitizedBuild) {
 #ifndef QUARROW_PLAIN_DRIVER
     GTEST_SKIP() << "the plain twin of the driver is built with the sanitized build only";
 #else
@@ -74,7 +74,7 @@ TEST(WholeGame, SameStateHashesInThePlainAndTheSanitizedBuild) {
 
 // An empty ALSA configuration makes ALSA fail on any machine, sound card or
 // not, and OpenAL then finds no device at all.
-TEST(WholeGame, NoSoundDeviceRunsSilentToTheCreditsWithOneLine) {
+TEST(FaultsDriver, NoSoundDeviceRunsSilentToTheCreditsWithOneLine) {
     std::string out, errors;
     ASSERT_EQ(0, RunDriver(TestDriverPath(), "ALSOFT_DRIVERS=alsa ALSA_CONFIG_PATH=/dev/null", out,
                            errors))
@@ -87,7 +87,7 @@ TEST(WholeGame, NoSoundDeviceRunsSilentToTheCreditsWithOneLine) {
 
 // Records the script: the road into level 1's second wave, then quit from
 // the pause menu (confirmed) and the credits from the main menu.
-TEST(WholeGame, DISABLED_RecordTheRoadToTheCredits) {
+TEST(FaultsDriver, DISABLED_RecordTheRoadToTheCredits) {
     GamePlay play;
     play.Run(
         GS_SPLASH_SCREEN, 1, kSeed,
