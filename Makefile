@@ -3,6 +3,7 @@
 #   make test      install what is missing, build with sanitizers, run every test headless
 #   make package   install what is missing, build the Debian package (in build/)
 #   make fuzz      fuzz the score reader for FUZZ_SECONDS (default 600)
+#   make soak      play thirty minutes of menus, levels, wins and losses, watching for growth
 PACKAGES := cmake g++ make pkg-config dpkg-dev file \
 	libsdl2-dev libglew-dev libgl-dev libpng-dev \
 	libopenal-dev libvorbis-dev libogg-dev \
@@ -19,7 +20,7 @@ SUDO := $(shell [ "$$(id -u)" -eq 0 ] || echo sudo)
 
 FUZZ_SECONDS ?= 600
 
-.PHONY: play test package deps test-deps build build-test bench gallery clean fuzz
+.PHONY: play test package deps test-deps build build-test bench gallery clean fuzz soak
 
 # Installs those of the Debian packages $(1) that are missing.
 define install-missing
@@ -59,6 +60,12 @@ fuzz: deps
 	cmake --build build-test --target fuzz_scores
 	. tests/test-env.sh && tests/fuzz/run-fuzz.sh build-test/tests/fuzz_scores \
 	  tests/fuzz/scores-seeds build-test/tests/fuzz-scores $(FUZZ_SECONDS)
+
+# `make test` plays three cycles of the long session; this plays the thirty
+# minutes (108000 frames of the virtual clock, a quarter of an hour or so).
+soak: build-test
+	. tests/test-env.sh && cd build-test && QUARROW_SOAK_FRAMES=108000 \
+	  xvfb-run -a -s "-screen 0 1280x1024x24" ./tests/test_faults_soak
 
 # The .deb lands in build/; `sudo apt install ./build/quarrow_*.deb` installs it.
 package: deps

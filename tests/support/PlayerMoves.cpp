@@ -52,18 +52,15 @@ int PlayerFirstFreeTile(std::initializer_list<int> tiles) {
     return -1;
 }
 
-bool PlayerIntoFirstWave(GameScript& s) {
-    auto until = [&](const std::function<bool()>& done, int limit) {
-        return s.Until(done, limit) >= 0;
-    };
+bool PlayerSkipSplashToMenu(GameScript& s) {
     s.Press(VX_KEY_SPACE);
-    if (!until([] { return gGameStateCurr == GS_MAIN_MENU; }, 60)) return false;
+    if (s.Until([] { return gGameStateCurr == GS_MAIN_MENU; }, 60) < 0) return false;
     s.Release(VX_KEY_SPACE);
-    if (!until([] { return !gMenuLevelButtons.empty(); }, 600)) return false;
-    PlayerClickAt(s, -350.0f, 50.0f); // level 1
-    if (!until([] { return gGameStateCurr == GS_LEVEL && gWaveNumber == 1; }, 900)) return false;
-    // The goblins come down the middle: both first towers merge beside the
-    // road at row 2, the wave's own tower stands on its other side.
+    return s.Until([] { return !gMenuLevelButtons.empty(); }, 600) >= 0;
+}
+
+bool PlayerPlaceTutorialTowers(GameScript& s) {
+    // The goblins come down the middle, by row 2.
     const int merged = PlayerFirstFreeTile({24, 26, 34, 36});
     if (merged < 0) return false;
     PlayerDragTile(s, PlayerTileOfTower(0), merged);
@@ -73,5 +70,13 @@ bool PlayerIntoFirstWave(GameScript& s) {
         if (tile->moveCost == 2) third = tile->tileIndex;
     const int other = PlayerFirstFreeTile({36, 34, 26, 24, 46, 44});
     if (third >= 0 && other >= 0) PlayerDragTile(s, third, other);
-    return until([] { return gWaveNumber == 2; }, 60 * 60);
+    return true;
+}
+
+bool PlayerIntoFirstWave(GameScript& s) {
+    if (!PlayerSkipSplashToMenu(s)) return false;
+    PlayerClickAt(s, -350.0f, 50.0f); // level 1
+    if (s.Until([] { return gGameStateCurr == GS_LEVEL && gWaveNumber == 1; }, 900) < 0)
+        return false;
+    return PlayerPlaceTutorialTowers(s) && s.Until([] { return gWaveNumber == 2; }, 60 * 60) >= 0;
 }

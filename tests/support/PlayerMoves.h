@@ -25,8 +25,13 @@ int PlayerTileOfTower(int id);
 // The first of the tiles that is free (-1 when none is).
 int PlayerFirstFreeTile(std::initializer_list<int> tiles);
 
-// Holds the space bar through the splash, waits out the menu's loading
-// screen, picks level 1, and plays it until its second wave starts: the
-// towers go beside the goblins' road and merge, as the tutorial asks.
-// Returns false when the game ended or stood still on the way.
+// Holds the space bar through the splash and waits out the menu's loading
+// screen. Returns false when the game ended or stood still on the way.
+bool PlayerSkipSplashToMenu(GameScript& s);
+// Once level 1's first wave has started: both first towers merge beside the
+// goblins' road, the wave's own tower stands on its other side, as the
+// tutorial asks. The towers then beat both waves.
+bool PlayerPlaceTutorialTowers(GameScript& s);
+// The road every fault test plays: the splash skipped, level 1 picked in
+// the menu, its towers placed, until its second wave starts.
 bool PlayerIntoFirstWave(GameScript& s);
