@@ -61,7 +61,7 @@ fuzz: deps
 	. tests/test-env.sh && tests/fuzz/run-fuzz.sh build-test/tests/fuzz_scores \
 	  tests/fuzz/scores-seeds build-test/tests/fuzz-scores $(FUZZ_SECONDS)
 
-# `make test` plays three cycles of the long session; this plays the thirty
+# `make test` plays two cycles of the long session; this plays the thirty
 # minutes (108000 frames of the virtual clock, a quarter of an hour or so).
 soak: build-test
 	. tests/test-env.sh && cd build-test && QUARROW_SOAK_FRAMES=108000 \
