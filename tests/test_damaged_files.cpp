@@ -94,7 +94,7 @@ TEST(DamagedFiles, PicturesAndTheIconAreRefusedWithinTheRealFilesMemory) {
          realPng},
         {"picture claiming 16384 x 16384", DamagePngClaimingSize(png, 16384, 16384), "png",
          realPng},
-        {"icon cut in half", DamageCut(ico, ico.size() / 2), "ico", realIco},
+        {"icon cut inside the window's entry", DamageIcoCutInItsEntry(ico), "ico", realIco},
         {"icon of noise", DamageNoise(ico.size(), 2), "ico", realIco},
         {"icon whose picture claims 100000 x 100000", DamageIcoClaimingSize(ico, 100000, 100000),
          "ico", realIco},

@@ -12,8 +12,9 @@
 
 #if defined(__SANITIZE_ADDRESS__)
 // The sanitizer's allocator interface (g++ ships no header for it).
-extern "C" int __sanitizer_install_malloc_and_free_hooks(
-    void (*onAllocate)(const volatile void*, size_t), void (*onFree)(const volatile void*));
+extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*onAllocate)(const volatile void*,
+                                                                            size_t),
+                                                         void (*onFree)(const volatile void*));
 extern "C" size_t __sanitizer_get_allocated_size(const volatile void* p);
 #endif
 
@@ -107,9 +108,27 @@ std::string DamageOggCutMidPacket(const std::string& ogg, double fraction) {
     return DamageCut(ogg, ogg.size() / 2);
 }
 
+namespace {
+
+// The window loads the icon's 32 x 32 entry; the other sizes are for the
+// desktop and never read by the game.
+constexpr unsigned char kWindowIconSide = 32;
+
+// Where the directory record of the window's entry starts (the first
+// record when the icon has none of that size).
+size_t WindowEntryRecord(const std::string& ico) {
+    const size_t count = ico.size() < 8 ? 0 : Le32(ico, 4) & 0xFFFF;
+    for (size_t i = 0; i < count && 6 + 16 * i + 16 <= ico.size(); ++i)
+        if ((unsigned char)ico[6 + 16 * i] == kWindowIconSide) return 6 + 16 * i;
+    return 6;
+}
+
+} // namespace
+
 std::string DamageIcoClaimingSize(const std::string& ico, uint32_t width, uint32_t height) {
-    if (ico.size() < 22) return ico;
-    const size_t offset = Le32(ico, 18), size = Le32(ico, 14);
+    const size_t record = WindowEntryRecord(ico);
+    if (ico.size() < record + 16) return ico;
+    const size_t size = Le32(ico, record + 8), offset = Le32(ico, record + 12);
     if (offset + size > ico.size()) return ico;
     return ico.substr(0, offset) + DamagePngClaimingSize(ico.substr(offset, size), width, height) +
            ico.substr(offset + size);
@@ -117,15 +136,23 @@ std::string DamageIcoClaimingSize(const std::string& ico, uint32_t width, uint32
 
 std::string DamageIcoEntryPastTheEnd(const std::string& ico) {
     std::string bytes = ico;
-    if (bytes.size() < 22) return bytes;
-    for (int i = 0; i < 4; ++i) bytes[14 + i] = '\xF0'; // 4 GB of entry
+    const size_t record = WindowEntryRecord(ico);
+    if (bytes.size() < record + 16) return bytes;
+    for (int i = 0; i < 4; ++i) bytes[record + 8 + i] = '\xF0'; // 4 GB of entry
     return bytes;
+}
+
+std::string DamageIcoCutInItsEntry(const std::string& ico) {
+    const size_t record = WindowEntryRecord(ico);
+    if (ico.size() < record + 16) return DamageCut(ico, ico.size() / 2);
+    return DamageCut(ico, Le32(ico, record + 12) + Le32(ico, record + 8) / 2);
 }
 
 std::string DamageByName(const std::string& damage, const std::string& fileName,
                          const std::string& bytes) {
     const std::string ext = fileName.substr(fileName.rfind('.') + 1);
-    if (damage == "cut") return DamageCut(bytes, bytes.size() / 2);
+    if (damage == "cut")
+        return ext == "ico" ? DamageIcoCutInItsEntry(bytes) : DamageCut(bytes, bytes.size() / 2);
     if (damage == "noise") return DamageNoise(bytes.size(), (unsigned)bytes.size());
     if (ext == "png") return DamagePngClaimingSize(bytes, 100000, 100000);
     if (ext == "ico") return DamageIcoClaimingSize(bytes, 100000, 100000);

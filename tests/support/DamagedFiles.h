@@ -22,14 +22,17 @@ std::string DamageOggClaimingLength(const std::string& ogg, uint64_t frames);
 // An OGG cut inside the body of the page at about `fraction` of the file:
 // its stream ends in the middle of a packet.
 std::string DamageOggCutMidPacket(const std::string& ogg, double fraction);
-// An .ico whose first entry's PNG claims width x height.
+// An .ico whose entry the window loads (32 x 32) has a PNG claiming
+// width x height.
 std::string DamageIcoClaimingSize(const std::string& ico, uint32_t width, uint32_t height);
-// An .ico whose first entry claims more bytes than the file holds.
+// An .ico whose window entry claims more bytes than the file holds.
 std::string DamageIcoEntryPastTheEnd(const std::string& ico);
+// An .ico cut in the middle of its window entry's picture.
+std::string DamageIcoCutInItsEntry(const std::string& ico);
 // Each damage of the game's files by name, applied to a file of any kind
-// (.png, .ogg, .ico): "cut" (half of it), "noise" (its size in noise) and
-// "absurd" (the header's claim above; a cut in the middle of a packet for
-// nothing but an OGG's length).
+// (.png, .ogg, .ico): "cut" (half of it, or of an icon's window entry), "noise" (its size in noise)
+// and "absurd" (the header's claim above; a cut in the middle of a packet for nothing but an OGG's
+// length).
 std::string DamageByName(const std::string& damage, const std::string& fileName,
                          const std::string& bytes);
 
