@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -450,4 +451,93 @@ TEST_F(Level, NextScreenAfterTheLastLevelRollsTheCredits) {
             EXPECT_EQ(GS_CREDITS, gGameStateCurr);
         },
         true);
+}
+
+// Closing the window anywhere in a level's life ends the game in order, and
+// the score file then holds the ratings the game holds: the level's end
+// writes them when a level was entered, and a win shown on screen is
+// already among them. The player comes in with level 1 rated 1 and
+// level 2 rated 2.
+TEST(LevelClosed, TheWindowClosedInEveryStateKeepsTheRatingsOnDisk) {
+    const char* const before = "Level1:1\nLevel2:2\nLevel3:0\nLevel4:0\nLevel5:0\nLevel6:0\n";
+    const char* const won = "Level1:3\nLevel2:2\nLevel3:0\nLevel4:0\nLevel5:0\nLevel6:0\n";
+    const struct {
+        const char* where;
+        std::function<void(GameScript&)> reach;
+        const char* onDisk;
+    } cases[] = {
+        {"the next-level screen", [](GameScript& s) { s.Frames(50); }, before},
+        {"the countdown",
+         [](GameScript& s) {
+             EnterLevel(s);
+             s.Frames(60);
+         },
+         before},
+        {"a wave",
+         [](GameScript& s) {
+             EnterLevel(s);
+             s.Until([] { return !gWaveSpawner.monsterList.empty(); });
+         },
+         before},
+        {"the pause menu",
+         [](GameScript& s) {
+             EnterLevel(s);
+             s.Tap(VX_KEY_ESCAPE);
+             s.Frames(2);
+             EXPECT_TRUE(gPaused);
+         },
+         before},
+        {"the confirmation dialog",
+         [](GameScript& s) {
+             EnterLevel(s);
+             s.Tap(VX_KEY_ESCAPE);
+             s.Frames(2);
+             s.ClickWorld(0, -110); // quit
+             s.Frames(1);
+             EXPECT_TRUE(gConfirmOpen);
+         },
+         before},
+        {"the win screen",
+         [](GameScript& s) {
+             EnterLevel(s);
+             FastForwardUntil(s, [] { return gLevelWon; });
+             s.Frames(1);
+             EXPECT_TRUE(WasDrawn("WinScreen.png"));
+         },
+         won},
+        {"the lose screen",
+         [](GameScript& s) {
+             EnterLevel(s);
+             s.Until([] { return !gWaveSpawner.monsterList.empty(); });
+             Monster& goblin = *gWaveSpawner.monsterList.front();
+             goblin.posX = TileCentre(45).x;
+             goblin.posY = TileCentre(45).y;
+             LevelCrystal()->health = 1;
+             s.Until([] { return gLevelLost; }, 600);
+             s.Frames(1);
+             EXPECT_TRUE(WasDrawn("LoseScreen.png"));
+         },
+         before},
+    };
+    VXSeamRecordDraws(true);
+    for (const auto& c : cases) {
+        GamePlay play;
+        std::ofstream(play.ScoreFile()) << before;
+        play.Run(
+            GS_NEXT_SCREEN, 1, 7,
+            [&](GameScript& s) {
+                s.OnGameThread(LoadScores); // what the menu did before
+                c.reach(s);
+                ASSERT_FALSE(s.GameOver()) << c.where;
+                s.Close();
+                EXPECT_FALSE(s.Frames(1)) << c.where << ": the game goes on after the close";
+            },
+            true);
+        EXPECT_EQ(c.onDisk, ReadFile(play.ScoreFile())) << "closed in " << c.where;
+        std::string held;
+        for (int n = 0; n < 6; n++)
+            held += "Level" + std::to_string(n + 1) + ":" + std::to_string(gLevelRatings[n]) + "\n";
+        EXPECT_EQ(held, ReadFile(play.ScoreFile())) << "closed in " << c.where;
+    }
+    VXSeamRecordDraws(false);
 }

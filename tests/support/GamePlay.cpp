@@ -12,6 +12,7 @@
 #include "GameMain.h"
 #include "GameStateManager.h"
 #include "Level.h"
+#include "PauseOverlay.h"
 #include "TestSupport.h"
 #include "VXFrameRateController.h"
 #include "VXInput.h"
@@ -88,6 +89,9 @@ unsigned long GamePlay::Run(int state, int level, unsigned seed,
     VXSeedRand(seed);
     if (windowed) VXToogleFullScreen(false);
     gCurrentLevel = level;
+    // A run before this one may have been closed with an overlay up; a new
+    // process would start with none.
+    gPaused = gConfirmOpen = gOptionsOpen = gHelpShown = false;
     gGameStatePrev = gGameStateNext = gGameStateCurr = state;
 
     std::thread scriptThread([&] {

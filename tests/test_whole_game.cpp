@@ -1,0 +1,292 @@
+// CTest label: integration
+// The whole game through the driver, as a player plays it: the splash, the
+// menu, level 1 lost and restarted and won, every level chosen from the
+// level select as it opens and won by dragging towers where they stop the
+// monsters, a pause with options and help, and after level 6 the credits and
+// back to the menu. The driver plays a recorded script with a fixed seed;
+// after every level the menu's report gives the ratings and the score file,
+// and a click on the next locked level must leave the menu where it is. Two
+// runs of the same script give the same play state every 60 frames.
+//
+// The script is tests/scripts/whole_game.txt. It is recorded by playing the
+// game with the adaptive player below (a disabled test, run by hand when the
+// game's rules change):
+//   . tests/test-env.sh && xvfb-run -a build-test/tests/test_whole_game
+//       --gtest_filter=WholeGame.DISABLED_RecordTheScript --gtest_also_run_disabled_tests
+// (one command line).
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "Crystal.h"
+#include "GamePlay.h"
+#include "GameStateManager.h"
+#include "Level.h"
+#include "MainMenu.h"
+#include "Scores.h"
+#include "TestSupport.h"
+#include "Tile.h"
+#include "VXInput.h"
+#include "WaveSpawner.h"
+
+namespace {
+
+constexpr unsigned kSeed = 20261123;
+const VXVec2 kLevelButtons[6] = {{-350, 50}, {-275, -75}, {-50, -225},
+                                 {0, 100},   {75, 210},   {330, 80}};
+
+std::string ScriptPath() {
+    return TestSourceDir() + "/tests/scripts/whole_game.txt";
+}
+
+// ---- The adaptive player that records the script --------------------------
+
+bool In(int state) {
+    return gGameStateCurr == state;
+}
+
+VXVec2 Centre(int tile) {
+    return {tileList[tile]->posX, tileList[tile]->posY};
+}
+
+// Carries the tower on one tile onto another, as a player drags it.
+void Drag(GameScript& s, int from, int to) {
+    s.MoveWorld(Centre(from).x, Centre(from).y);
+    s.Frames(1);
+    s.Press(VX_KEY_LBUTTON);
+    s.Frames(1);
+    s.MoveWorld(Centre(to).x, Centre(to).y);
+    s.Frames(1);
+    s.Release(VX_KEY_LBUTTON);
+    s.Frames(1);
+}
+
+// The defence: every first-tier tower goes to a tile beside the crystal,
+// and two first-tier towers there merge into a second-tier one. Monsters
+// all end at the crystal, so every tower there fires at every monster.
+void Defend(GameScript& s, const std::vector<int>& home) {
+    const auto isHome = [&](int tile) {
+        for (int h : home)
+            if (h == tile) return true;
+        return false;
+    };
+    for (int guard = 0; guard < 8; ++guard) {
+        int stray = -1, target = -1;
+        for (auto& tile : tileList)
+            if (tile->moveCost == 2 && !isHome(tile->tileIndex)) stray = tile->tileIndex;
+        for (int h : home)
+            if (target < 0 && tileList[h]->moveCost == 2 && h != stray) target = h;
+        for (int h : home)
+            if (target < 0 && tileList[h]->moveCost == 0) target = h;
+        if (stray >= 0 && target >= 0) {
+            Drag(s, stray, target);
+            continue;
+        }
+        std::vector<int> ones;
+        for (int h : home)
+            if (tileList[h]->moveCost == 2) ones.push_back(h);
+        if (ones.size() < 2) return;
+        Drag(s, ones[1], ones[0]);
+    }
+}
+
+// Plays the running level with a defence until it is won or lost, placing
+// the towers again at every wave.
+void PlayLevel(GameScript& s, const std::vector<int>& home, bool pauseOnce) {
+    unsigned wave = 99;
+    while (!gLevelWon && !gLevelLost && !s.GameOver()) {
+        if (gWaveNumber != wave) {
+            wave = gWaveNumber;
+            Defend(s, home);
+        }
+        if (pauseOnce && wave == 1 && gWaveSpawner.monsterList.size() == 2) {
+            pauseOnce = false;
+            s.Note("# a pause: options (sound off and on again), help, resume");
+            s.Tap(VX_KEY_ESCAPE);
+            s.Frames(2);
+            s.ClickWorld(300, 180); // options
+            s.ClickWorld(-75, -25); // sound off
+            s.ClickWorld(-75, -25); // sound on
+            s.ClickWorld(75, -25);  // back
+            s.ClickWorld(300, 120); // help
+            s.Frames(30);
+            s.ClickWorld(300, 120); // help away
+            s.ClickWorld(0, 20);    // resume
+            s.MoveWorld(-390, -290);
+        }
+        s.Frames(1);
+    }
+    s.Frames(2);
+}
+
+// Waits for the menu after its loading screen, reports, and tries the first
+// locked level (which must leave the menu where it is).
+void AtMenu(GameScript& s, int locked) {
+    s.Until([] { return In(GS_MAIN_MENU) && !gMenuLevelButtons.empty(); });
+    s.Frames(1);
+    s.Note("report");
+    if (locked <= 6) {
+        s.Note("# level " + std::to_string(locked) + " is locked: a click does nothing");
+        s.ClickWorld(kLevelButtons[locked - 1].x, kLevelButtons[locked - 1].y);
+        s.Frames(3);
+        s.Note("report");
+    }
+}
+
+void ChooseLevel(GameScript& s, int level) {
+    s.Note("# level " + std::to_string(level) + " from the level select");
+    s.ClickWorld(kLevelButtons[level - 1].x, kLevelButtons[level - 1].y);
+    s.Until([] { return In(GS_LEVEL); });
+    s.MoveWorld(-390, -290);
+    s.Frames(2);
+}
+
+const std::vector<int> kAroundTheCrystal = {45, 56, 54, 66, 65, 46};
+
+void PlayTheWholeGame(GameScript& s) {
+    s.MoveWorld(0, 0);
+    s.Frames(20);
+    s.Note("# the splash, skipped with the space bar");
+    s.Tap(VX_KEY_SPACE);
+    AtMenu(s, 2);
+
+    // Level 1, lost: both towers carried to the board's bottom tip, out of
+    // reach of the goblins' road and of the crystal.
+    ChooseLevel(s, 1);
+    s.Note("# level 1 lost on purpose: the towers stand out of reach");
+    PlayLevel(s, {94, 95}, false);
+    s.Note("# restart from the lose screen");
+    s.ClickWorld(-75, -25);
+    s.Until([] { return In(GS_NEXT_SCREEN); });
+    s.Until([] { return In(GS_LEVEL); });
+    s.MoveWorld(-390, -290);
+    PlayLevel(s, kAroundTheCrystal, false);
+
+    for (int level = 2; level <= 6; ++level) {
+        s.Note("# back to the menu");
+        s.ClickWorld(75, -155);
+        AtMenu(s, level + 1);
+        ChooseLevel(s, level);
+        PlayLevel(s, kAroundTheCrystal, level == 2);
+    }
+    s.Note("# continue after level 6: the credits, then the menu by itself");
+    s.ClickWorld(-75, -155);
+    s.Until([] { return In(GS_CREDITS); });
+    AtMenu(s, 7);
+    s.Frames(10);
+    s.Close();
+    s.Frames(2);
+}
+
+// ---- Reading the driver's output ------------------------------------------
+
+struct Report {
+    int state = -1, level = 0;
+    int ratings[6] = {};
+    std::string scores;
+};
+
+struct DriverRun {
+    int status = -1;
+    std::string output;
+    std::vector<Report> reports;
+    std::vector<std::string> hashes;
+};
+
+void Parse(DriverRun& run) {
+    std::istringstream lines(run.output);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind("hash ", 0) == 0) run.hashes.push_back(line);
+        if (line.rfind("report ", 0) != 0) continue;
+        Report r;
+        unsigned long frame = 0;
+        char scores[512] = "";
+        std::sscanf(line.c_str(),
+                    "report %lu state=%d level=%d ratings=%d,%d,%d,%d,%d,%d scores=%511s", &frame,
+                    &r.state, &r.level, &r.ratings[0], &r.ratings[1], &r.ratings[2], &r.ratings[3],
+                    &r.ratings[4], &r.ratings[5], scores);
+        r.scores = scores;
+        run.reports.push_back(r);
+    }
+}
+
+// The score file a player with these ratings has on disk.
+std::string ScoreLines(const int ratings[6]) {
+    std::string text;
+    for (int n = 0; n < 6; ++n)
+        text += (n ? "|" : "") + std::string("Level") + std::to_string(n + 1) + ":" +
+                std::to_string(ratings[n]);
+    return text;
+}
+
+DriverRun PlayThroughTheDriver(const std::string& folder) {
+    DriverRun run;
+    run.status = TestRunCommand("cd " + folder + " && xvfb-run -a -s '-screen 0 800x600x24' " +
+                                    TestDriverPath() + " --seed " + std::to_string(kSeed) +
+                                    " --hash-every 60 " + ScriptPath(),
+                                run.output);
+    Parse(run);
+    return run;
+}
+
+} // namespace
+
+TEST(WholeGame, DISABLED_RecordTheScript) {
+    GamePlay play;
+    play.Run(
+        GS_SPLASH_SCREEN, 1, kSeed,
+        [](GameScript& s) {
+            ASSERT_TRUE(s.RecordTo(ScriptPath()));
+            s.Note("# The whole game, recorded by tests/test_whole_game.cpp with seed " +
+                   std::to_string(kSeed) + ". Replay: quarrow-driver --seed " +
+                   std::to_string(kSeed) + " whole_game.txt");
+            PlayTheWholeGame(s);
+        },
+        true); // windowed is quicker; the cursor lands on the same logical pixels either way
+}
+
+TEST(WholeGame, FromTheSplashToTheCreditsTheSameTwice) {
+    // Two runs side by side, each in a folder of its own without a score file.
+    const std::string folders[2] = {TestScratchGameFolder(), TestScratchGameFolder()};
+    DriverRun runs[2];
+    std::thread second([&] { runs[1] = PlayThroughTheDriver(folders[1]); });
+    runs[0] = PlayThroughTheDriver(folders[0]);
+    second.join();
+    for (const std::string& folder : folders) std::filesystem::remove_all(folder);
+
+    const DriverRun& run = runs[0];
+    ASSERT_EQ(0, run.status) << run.output;
+    EXPECT_EQ(std::string::npos, run.output.find("were not run")) << "the game ended early";
+    // Reports: the first menu and the click on level 2 there; after each of
+    // levels 1 to 4 the menu and the click on the next locked level; after
+    // level 5 the menu (every level is open); after the credits the menu.
+    const int wonBefore[] = {0, 0, 1, 1, 2, 2, 3, 3, 4, 4, 5, 6};
+    ASSERT_EQ(std::size(wonBefore), run.reports.size()) << run.output;
+    for (size_t i = 0; i < run.reports.size(); ++i) {
+        const Report& r = run.reports[i];
+        EXPECT_EQ(GS_MAIN_MENU, r.state) << "report " << i << ": a locked level starts nothing";
+        for (int n = 0; n < 6; ++n)
+            EXPECT_EQ(n<wonBefore[i], r.ratings[n]> 0) << "report " << i << ", level " << n + 1;
+        if (wonBefore[i] > 0) {
+            EXPECT_EQ(3, r.ratings[0]) << "level 1 is always worth three stars";
+        }
+        // The score file on disk holds what the menu has in memory; there is
+        // none before a level has been left.
+        EXPECT_EQ(wonBefore[i] == 0 ? "" : ScoreLines(r.ratings), r.scores) << "report " << i;
+    }
+    EXPECT_EQ(7, run.reports.back().level) << "the credits came after level 6";
+
+    // The second run: the same play state every 60 frames.
+    ASSERT_EQ(0, runs[1].status) << runs[1].output;
+    ASSERT_GT(run.hashes.size(), 500u);
+    ASSERT_EQ(run.hashes.size(), runs[1].hashes.size());
+    for (size_t i = 0; i < run.hashes.size(); ++i)
+        ASSERT_EQ(run.hashes[i], runs[1].hashes[i]) << "first difference (frame state hash)";
+}
