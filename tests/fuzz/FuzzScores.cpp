@@ -92,6 +92,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::memcpy(kept, gLevelRatings, sizeof kept);
     for (int& rating : gLevelRatings) rating = 99;
     LoadScores();
-    if (std::memcmp(kept, gLevelRatings, sizeof kept) != 0) Fail("read back differently", ReadBack());
+    if (std::memcmp(kept, gLevelRatings, sizeof kept) != 0)
+        Fail("read back differently", ReadBack());
     return 0;
 }
