@@ -98,6 +98,13 @@ void VXGfxSetTextureMode(int mode);
 void VXGfxTextureUnload(VXGfxTexture* texture);
 void VXGfxSaveTextureToFile(VXGfxTexture* texture, const char* path);
 void VXGfxTextureInitialize(VXGfxTexture* texture);
+
+// How many meshes and textures exist right now (made and not yet freed).
+// Owners free what they made, so over a long session these come back to the
+// same numbers each time the player is back on the same screen; a soak test
+// reads them to catch an owner that forgets. Nothing in the game reads them.
+int VXGfxMeshLiveCount(void);
+int VXGfxTextureLiveCount(void);
 void VXGfxTriListInitialize(VXGfxVertexList* list);
 
 // Text and debug primitives.

@@ -15,6 +15,7 @@ namespace {
 
 VXGfxVertex sStaging[VX_GFX_MAX_VERTICES];
 unsigned sStagedCount = 0;
+int sLiveMeshes = 0;
 
 void Stage(float x, float y, unsigned c, float u, float v) {
     // The list is sized for the largest mesh the game builds; past it a
@@ -102,6 +103,7 @@ VXGfxMesh* VXGfxMeshEnd(void) {
     Upload(mesh->pBuffers[2], coords);
     VX_GFX_CHECK("VXGfxMeshEnd");
     sStagedCount = 0;
+    ++sLiveMeshes;
     return mesh;
 }
 
@@ -131,6 +133,11 @@ void VXGfxMeshFree(VXGfxMesh* mesh) {
     glDeleteBuffers(3, mesh->pBuffers);
     std::free(mesh->pBuffers);
     std::free(mesh);
+    --sLiveMeshes;
+}
+
+int VXGfxMeshLiveCount(void) {
+    return sLiveMeshes;
 }
 
 void VXGfxTriListInitialize(VXGfxVertexList* list) {

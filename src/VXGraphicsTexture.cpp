@@ -17,6 +17,7 @@
 namespace {
 
 const int kPlaceholderSide = 8;
+int sLiveTextures = 0;
 
 std::vector<unsigned char> PlaceholderPixels(void) {
     std::vector<unsigned char> px(kPlaceholderSide * kPlaceholderSide * 4);
@@ -40,6 +41,7 @@ VXGfxTexture* NewRecord(void) {
         std::free(texture);
         return nullptr;
     }
+    ++sLiveTextures;
     return texture;
 }
 
@@ -84,13 +86,14 @@ VXGfxTexture* VXGfxTextureLoadFromMemory(const unsigned char* pixels, int width,
 }
 
 void VXGfxTextureSet(VXGfxTexture* texture, float offsetU, float offsetV) {
-    VXSeamNoteTexture(texture);
     if (!texture) {
         glBindTexture(GL_TEXTURE_2D, 0);
+        VXSeamNoteTexture(texture);
         return;
     }
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, texture->pTextureName ? *texture->pTextureName : 0);
+    VXSeamNoteTexture(texture);
     GLint sampler = VXGfxUniform("uTexture");
     if (sampler != -1) glUniform1i(sampler, 0);
     VX_GFX_CHECK("VXGfxTextureSet");
@@ -120,6 +123,11 @@ void VXGfxTextureUnload(VXGfxTexture* texture) {
     if (texture->pTextureName) glDeleteTextures(1, texture->pTextureName);
     std::free(texture->pTextureName);
     std::free(texture);
+    --sLiveTextures;
+}
+
+int VXGfxTextureLiveCount(void) {
+    return sLiveTextures;
 }
 
 void VXGfxSaveTextureToFile(VXGfxTexture* texture, const char* path) {

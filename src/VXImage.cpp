@@ -11,7 +11,8 @@
 // a whole toolkit, and the format is a 6-byte header, a directory and either
 // a PNG or a headerless bitmap.
 //
-// Depends on: libpng. Limits: sides up to 16384 pixels.
+// Depends on: libpng. Limits: sides up to 16384 pixels, and no more pixels
+// than the file's bytes can hold compressed.
 #include "VXImage.h"
 
 #include <png.h>
@@ -61,6 +62,11 @@ bool ReadPixels(png_structp png, png_infop info, MemoryReader* reader,
     const png_uint_32 h = png_get_image_height(png, info);
     if (w == 0 || h == 0 || w > (png_uint_32)kMaxSide || h > (png_uint_32)kMaxSide)
         png_error(png, "size");
+    // Deflate packs at most 1032 bytes into one, so a file can hold only so
+    // many rows: a header claiming more is a damaged file, refused before
+    // the picture's memory is taken (a 16384 x 16384 claim is 1 GiB).
+    const size_t storedBytes = (size_t)h * (png_get_rowbytes(png, info) + 1);
+    if (storedBytes / 1032 > reader->size) png_error(png, "size");
     png_set_expand(png);   // palette to RGB, grey below 8 bits to 8, tRNS to alpha
     png_set_strip_16(png); // the high byte of every 16-bit sample
     png_set_gray_to_rgb(png);
@@ -84,6 +90,10 @@ bool DecodeMemory(const unsigned char* data, size_t size, std::vector<unsigned c
     if (!data || size < 8 || png_sig_cmp(data, 0, 8) != 0) return false;
     png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, OnError, OnWarning);
     if (!png) return false;
+    // libpng's own limits too: no side above ours, and no ancillary chunk
+    // (text, colour profile) that would take more than 1 MiB to hold.
+    png_set_user_limits(png, kMaxSide, kMaxSide);
+    png_set_chunk_malloc_max(png, 1 << 20);
     png_infop info = png_create_info_struct(png);
     if (!info) {
         png_destroy_read_struct(&png, nullptr, nullptr);

@@ -73,6 +73,14 @@ void VXSeamNoteTexture(const VXGfxTexture* texture) {
     if (!sRecording) return;
     std::snprintf(sPending.picture, sizeof sPending.picture, "%s",
                   texture ? texture->fileName : "");
+    // The texture is bound by now: its size tells the placeholder apart.
+    GLint width = 0, height = 0;
+    if (texture) {
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_HEIGHT, &height);
+    }
+    sPending.pictureWidth = width;
+    sPending.pictureHeight = height;
 }
 
 void VXSeamNoteTransform(const float m[3][3]) {

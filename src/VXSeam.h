@@ -35,6 +35,8 @@ void VXSeamInjectClose(void);
 // a frame hook to see exactly what that frame drew.
 struct VXSeamDraw {
     char picture[256]; // file of the bound picture; "" for none
+    int pictureWidth;  // its size in texels (8 x 8: the placeholder of a
+    int pictureHeight; // missing or damaged file); 0 for none
     int renderMode;    // VX_GFX_RENDER_COLOR or VX_GFX_RENDER_TEXTURE
     float x, y;        // translation of the transform
     float sx, sy;      // its diagonal: the scale

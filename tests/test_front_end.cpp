@@ -18,6 +18,7 @@
 #include "InterfaceArt.h"
 #include "Level.h"
 #include "MainMenu.h"
+#include "PlayerMoves.h"
 #include "Scores.h"
 #include "TestSupport.h"
 #include "VXImage.h"
@@ -34,27 +35,6 @@ std::string Leaves() {
     for (auto& leaf : gMenuRatingLeaves)
         row += std::to_string((int)leaf->posX) + (Look(*leaf) == "LeafBG.png" ? "G " : "C ");
     return row;
-}
-bool MouseAt(float x, float y) {
-    float mx, my;
-    MousePoint(&mx, &my);
-    return mx == x && my == y;
-}
-// A window of another test appearing on the shared display makes the window
-// system report its own pointer for a frame: the pointer is brought back.
-void HoverAt(GameScript& s, float x, float y) {
-    for (int tries = 0; tries < 5 && (tries == 0 || !MouseAt(x, y)); ++tries)
-        s.MoveWorld(x, y), s.Frames(1);
-}
-// The pointer rests on the point, the button goes down there; the game then
-// stands after the frame of the click.
-void ClickAt(GameScript& s, float x, float y) {
-    for (int tries = 0; tries < 5 && (tries == 0 || !MouseAt(x, y)); ++tries) {
-        HoverAt(s, x, y);
-        s.Press(VX_KEY_LBUTTON);
-        s.Frames(1);
-        s.Release(VX_KEY_LBUTTON);
-    }
 }
 void FrameAt(GameScript& s, unsigned frame) {
     s.Frames((int)(frame - s.FramesInState()));
@@ -127,9 +107,9 @@ TEST_F(FrontEnd, LoadingLasts300FramesAndRereadsTheScoreFileAfterItsFirstAtEvery
         EXPECT_EQ(LoadingFrames(s), 300);
 
         WriteScores("Level1:3\nLevel2:3\nLevel3:1\nLevel4:0\nLevel5:0\nLevel6:0\n");
-        ClickAt(s, 300.0f, -100.0f); // help
+        PlayerClickAt(s, 300.0f, -100.0f); // help
         s.Until([] { return gGameStateCurr == GS_HOW_TO_PLAY; });
-        ClickAt(s, 180.0f, -200.0f); // back
+        PlayerClickAt(s, 180.0f, -200.0f); // back
         s.Until([] { return gGameStateCurr == GS_MAIN_MENU; });
         EXPECT_EQ(gLevelRatings[2], 0) << "loading frame " << s.FramesInState();
         s.Frames(1);
@@ -165,22 +145,22 @@ TEST_F(FrontEnd, LevelButtonsShowLocksAndLeavesByTheRatingsUpToTheirCorners) {
     Play(GS_MAIN_MENU, [&](GameScript& s) {
         LoadingFrames(s);
         for (const auto& c : cases) {
-            HoverAt(s, -150.0f, 150.0f); // on no button: the panel goes
+            PlayerHoverAt(s, -150.0f, 150.0f); // on no button: the panel goes
             s.OnGameThread([&] { std::copy(c.ratings, c.ratings + 6, gLevelRatings); });
-            HoverAt(s, c.x, c.y);
+            PlayerHoverAt(s, c.x, c.y);
             const std::string where = std::string(c.name) + " (" + std::to_string((int)c.x) + ", " +
                                       std::to_string((int)c.y) + ")";
             EXPECT_EQ(Look(*gMenuLevelButtons[c.level - 1]), c.look) << where;
             EXPECT_EQ(Leaves(), c.leaves) << where;
             EXPECT_EQ(gMenuPanelShown, *c.leaves != '\0') << where;
         }
-        ClickAt(s, 361.0f, 80.0f);
+        PlayerClickAt(s, 361.0f, 80.0f);
         EXPECT_EQ(gGameStateNext, GS_MAIN_MENU);
         s.Tap(MENU_KEY_NO_RATINGS);
-        ClickAt(s, -275.0f, -75.0f);
+        PlayerClickAt(s, -275.0f, -75.0f);
         EXPECT_EQ(gGameStateNext, GS_MAIN_MENU) << "level 2 locked by the debug key";
         s.Tap(MENU_KEY_ALL_RATINGS);
-        ClickAt(s, 360.0f, 110.0f);
+        PlayerClickAt(s, 360.0f, 110.0f);
         EXPECT_EQ(gGameStateNext, GS_NEXT_SCREEN);
         EXPECT_EQ(gCurrentLevel, 6);
     });
@@ -191,27 +171,27 @@ TEST_F(FrontEnd, ExitDialogSilencesTheForestAndNoRestoresItMuteCarriesIntoTheLev
         LoadingFrames(s);
         for (bool muted : {false, true}) {
             if (muted) {
-                ClickAt(s, 300.0f, -35.0f); // mute
+                PlayerClickAt(s, 300.0f, -35.0f); // mute
                 for (SoundChannel slot : {gChannelArrow, gChannelAmbience, gChannelFinalWave,
                                           gChannelMenu, gChannelLose, gChannelWin})
                     EXPECT_LE(Volume(slot), 0.0f) << "slot " << slot.id;
             }
-            ClickAt(s, 300.0f, -230.0f); // exit
+            PlayerClickAt(s, 300.0f, -230.0f); // exit
             bool paused = false;
             ChannelGetPaused(gChannelMenu, &paused);
             EXPECT_TRUE(paused && Volume(gChannelMenu) == 0.0f) << "muted " << muted;
-            ClickAt(s, 75.0f, -25.0f); // no
+            PlayerClickAt(s, 75.0f, -25.0f); // no
             EXPECT_EQ(gMasterVolume, muted ? 0.0f : 1.0f) << "muted " << muted;
             EXPECT_EQ(Volume(gChannelMenu), muted ? 0.0f : 1.0f) << "muted " << muted;
         }
-        HoverAt(s, -150.0f, 150.0f);
+        PlayerHoverAt(s, -150.0f, 150.0f);
         EXPECT_EQ(Look(*gMenuButtons[3]), "btnUnmuteU.png");
 
-        ClickAt(s, -350.0f, 50.0f); // level 1
+        PlayerClickAt(s, -350.0f, 50.0f); // level 1
         s.Until([] { return gGameStateCurr == GS_LEVEL; });
         EXPECT_EQ(Volume(gChannelAmbience), 0.0f);
         s.Tap(VX_KEY_ESCAPE);
-        ClickAt(s, 300.0f, 180.0f); // options
+        PlayerClickAt(s, 300.0f, 180.0f); // options
         EXPECT_EQ(Look(*gOptionsButtons[0]), "btnUnmuteU.png");
     });
 }
@@ -229,7 +209,7 @@ TEST_F(FrontEnd, CreditsReturnToTheMenu2368FramesAfterEntryAndStartAfreshNextTim
         EXPECT_EQ(gGameStateNext, GS_MAIN_MENU);
 
         LoadingFrames(s);
-        ClickAt(s, 300.0f, -165.0f); // credits
+        PlayerClickAt(s, 300.0f, -165.0f); // credits
         s.Until([] { return gGameStateCurr == GS_CREDITS; });
         EXPECT_EQ(gCreditsScroll, -3397);
         EXPECT_EQ(gCreditsPicture->tintColor[3], 1.0f);
@@ -241,10 +221,10 @@ TEST_F(FrontEnd, CreditsReturnToTheMenu2368FramesAfterEntryAndStartAfreshNextTim
 void ExpectBackButtonEdges(GameScript& s) {
     const int screen = gGameStateCurr;
     for (auto [x, y] : {std::pair{235, -200}, {232, -200}, {128, -200}, {180, -231}, {180, -169}}) {
-        ClickAt(s, (float)x, (float)y);
+        PlayerClickAt(s, (float)x, (float)y);
         EXPECT_EQ(gGameStateNext, screen) << "click at (" << x << ", " << y << ")";
     }
-    ClickAt(s, 231.0f, -200.0f);
+    PlayerClickAt(s, 231.0f, -200.0f);
     EXPECT_EQ(gGameStateNext, GS_MAIN_MENU);
 }
 TEST_F(FrontEnd, CreditsBackButtonHitsItsOrdinaryBox) {

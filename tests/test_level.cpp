@@ -25,6 +25,7 @@
 #include "GameStateManager.h"
 #include "Level.h"
 #include "PauseOverlay.h"
+#include "PlayerMoves.h"
 #include "Projectile.h"
 #include "Scores.h"
 #include "Tile.h"
@@ -80,13 +81,6 @@ int TilesDrawn() {
     return n;
 }
 
-// The first of the tiles that is free.
-int FirstFree(std::initializer_list<int> tiles) {
-    for (int index : tiles)
-        if (tileList[index]->moveCost == 0) return index;
-    return -1;
-}
-
 // Kills every monster on the board (the spawner removes it next update):
 // a wave goes by without waiting for the towers.
 void KillMonsters() {
@@ -104,26 +98,6 @@ int FastForwardUntil(GameScript& s, const std::function<bool()>& condition) {
 // The world point of a tile's centre.
 VXVec2 TileCentre(int index) {
     return {tileList[index]->posX, tileList[index]->posY};
-}
-
-// Drags with the left button from one tile to another, as a player does:
-// press over the tower, carry it over the target, release there.
-void DragTile(GameScript& s, int from, int to) {
-    s.MoveWorld(TileCentre(from).x, TileCentre(from).y);
-    s.Frames(1);
-    s.Press(VX_KEY_LBUTTON);
-    s.Frames(1);
-    s.MoveWorld(TileCentre(to).x, TileCentre(to).y);
-    s.Frames(1);
-    s.Release(VX_KEY_LBUTTON);
-    s.Frames(1);
-}
-
-// The tile a tower stands on.
-int TileOfTower(int id) {
-    for (auto& tile : tileList)
-        if (tile->occupant == id) return tile->tileIndex;
-    return -1;
 }
 
 std::string ReadFile(const std::string& path) {
@@ -199,14 +173,14 @@ TEST_F(Level, TutorialWonByDraggingTowersOntoTheGoblinsRoute) {
             EXPECT_FALSE(WasDrawn("t2help.png"));
             // The goblins come down the middle from tile 5 (tiles 15, 25,
             // 35, 45): the first tower goes beside the route at row 2.
-            const int free = FirstFree({24, 26, 34, 36});
+            const int free = PlayerFirstFreeTile({24, 26, 34, 36});
             ASSERT_GE(free, 0);
-            DragTile(s, TileOfTower(0), free);
+            PlayerDragTile(s, PlayerTileOfTower(0), free);
             EXPECT_EQ(0, tileList[free]->occupant);
             EXPECT_TRUE(WasDrawn("tutorial2.png"));
             // The second tower onto the first: the two merge into a
             // second-tier tower there.
-            DragTile(s, TileOfTower(1), free);
+            PlayerDragTile(s, PlayerTileOfTower(1), free);
             EXPECT_EQ(3u, tileList[free]->moveCost) << "a second-tier tower on the drop tile";
             EXPECT_TRUE(WasDrawn("tutorial3.png") && WasDrawn("t2help.png"));
             // The third tower (handed out with the wave) beside the route
@@ -214,9 +188,9 @@ TEST_F(Level, TutorialWonByDraggingTowersOntoTheGoblinsRoute) {
             int third = -1;
             for (auto& tile : tileList)
                 if (tile->moveCost == 2) third = tile->tileIndex;
-            const int other = FirstFree({36, 34, 26, 24, 46, 44});
+            const int other = PlayerFirstFreeTile({36, 34, 26, 24, 46, 44});
             ASSERT_GE(third, 0);
-            DragTile(s, third, other);
+            PlayerDragTile(s, third, other);
             EXPECT_EQ(2u, tileList[other]->moveCost);
 
             ASSERT_GE(s.Until([] { return gWaveNumber == 2; }), 0) << "wave 1 is beaten";
@@ -249,7 +223,7 @@ TEST_F(Level, BossDeathWinsWithTheStarsOfThatMoment) {
             ASSERT_GE(FastForwardUntil(s, [] { return gCountdownActive; }), 0);
             // During the last countdown a tower goes next to the crystal,
             // where the boss must pass (tile 44: row 4, column 4).
-            if (tileList[44]->occupant < 0) DragTile(s, TileOfTower(0), 44);
+            if (tileList[44]->occupant < 0) PlayerDragTile(s, PlayerTileOfTower(0), 44);
             ASSERT_GE(tileList[44]->occupant, 0);
             ASSERT_GE(s.Until([] { return !gWaveSpawner.monsterList.empty(); }, 800), 0);
             Monster& boss = *gWaveSpawner.monsterList.front();

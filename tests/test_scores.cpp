@@ -1,13 +1,24 @@
-// The score file: reading by position, every malformed shape, writing, and
-// the star rule. Each case works in a scratch folder of its own.
+// The score file: reading by position, every malformed shape, writing (also
+// when the game is killed mid-write or the disk is full), and the star rule.
+// Each case works in a scratch folder of its own.
 #include "Scores.h"
 
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <signal.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
-#include <unistd.h>
+#include <thread>
 
 namespace {
 
@@ -39,6 +50,47 @@ class Scores : public ::testing::Test {
     std::string dir;
     std::filesystem::path previous;
 };
+
+// The file SaveScores writes for these ratings, worked out by hand.
+const char* const kOldText = "Level1:3\nLevel2:2\nLevel3:0\nLevel4:0\nLevel5:0\nLevel6:0\n";
+const int kNewRatings[6] = {3, 3, 1, 0, 0, 0};
+const char* const kNewText = "Level1:3\nLevel2:3\nLevel3:1\nLevel4:0\nLevel5:0\nLevel6:0\n";
+
+// Runs f in a child process and returns what it reports ("" for success);
+// the child may change its limits and mounts without touching the test.
+std::string InChild(const std::function<std::string()>& f) {
+    int pipeEnds[2];
+    if (pipe(pipeEnds) != 0) return "no pipe";
+    const pid_t child = fork();
+    if (child == 0) {
+        close(pipeEnds[0]);
+        const std::string report = f();
+        if (write(pipeEnds[1], report.data(), report.size()) < 0) _exit(2);
+        _exit(0);
+    }
+    close(pipeEnds[1]);
+    std::string report;
+    char buffer[256];
+    for (ssize_t n; (n = read(pipeEnds[0], buffer, sizeof buffer)) > 0;) report.append(buffer, n);
+    close(pipeEnds[0]);
+    int status = 0;
+    waitpid(child, &status, 0);
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) report += " (child did not end well)";
+    return report;
+}
+
+// A mount of its own for this process: root's mounts namespace, or, for a
+// user who is not root, a user namespace in which it is.
+bool OwnMountNamespace() {
+    if (unshare(CLONE_NEWNS) != 0) {
+        const uid_t uid = getuid();
+        if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) return false;
+        std::ofstream("/proc/self/setgroups") << "deny";
+        std::ofstream("/proc/self/uid_map") << "0 " << uid << " 1";
+    }
+    // Nothing mounted here may show outside.
+    return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
 
 } // namespace
 
@@ -106,6 +158,91 @@ TEST_F(Scores, SaveWithoutAFolderWritesNothingAndGoesOn) {
     SaveScores();
     EXPECT_FALSE(std::filesystem::exists("Resources/Scores.txt"));
     EXPECT_EQ(1, gLevelRatings[0]);
+}
+
+// A file that cannot be created at all still takes the old one with it.
+TEST_F(Scores, SaveThatCannotCreateItsFileLeavesTheOldOneDeleted) {
+    WriteFile(kOldText);
+    std::filesystem::create_directory("Resources/Scores.txt.new"); // the new file's place
+    Store(kNewRatings);
+    SaveScores();
+    EXPECT_FALSE(std::filesystem::exists("Resources/Scores.txt"));
+}
+
+// The game killed at any moment of a write leaves the old file or the new
+// one. A child writes the two files in turn without end and is killed
+// after a different delay each time, 300 times.
+TEST_F(Scores, KilledWhileWritingLeavesTheOldFileOrTheNewOne) {
+    WriteFile(kOldText);
+    unsigned seed = 12345;
+    int sawOld = 0, sawNew = 0;
+    for (int kill = 0; kill < 300; ++kill) {
+        const pid_t child = fork();
+        if (child == 0) {
+            for (int n = 0;; ++n) {
+                if (n % 2)
+                    Store(kNewRatings);
+                else
+                    Store({3, 2, 0, 0, 0, 0});
+                SaveScores();
+            }
+        }
+        seed = seed * 1103515245u + 12345u;
+        std::this_thread::sleep_for(std::chrono::microseconds((seed >> 8) % 3000));
+        ::kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        const std::string text = ReadFile();
+        sawOld += text == kOldText;
+        sawNew += text == kNewText;
+        ASSERT_TRUE(text == kOldText || text == kNewText) << "kill " << kill << " left:\n" << text;
+    }
+    EXPECT_GT(sawOld, 0);
+    EXPECT_GT(sawNew, 0);
+}
+
+// A write that fails part way keeps the old file and leaves nothing beside
+// it: a full disk (a 16 KiB tmpfs mounted over Resources and filled up) and
+// a file-size limit that cuts the write after 20 bytes.
+TEST_F(Scores, WriteFailingPartWayKeepsTheOldFile) {
+    // Each case: where the files go, then what breaks the writing.
+    auto check = [](const std::function<bool()>& prepare,
+                    const std::function<void()>& breakWriting) -> std::string {
+        if (!prepare()) return "no tmpfs of our own can be mounted here";
+        std::ofstream("Resources/Scores.txt") << kOldText;
+        breakWriting();
+        for (int i = 0; i < 6; i++) gLevelRatings[i] = kNewRatings[i];
+        SaveScores();
+        std::ifstream in("Resources/Scores.txt");
+        const std::string text((std::istreambuf_iterator<char>(in)), {});
+        if (text != kOldText) return "the score file became:\n" + text;
+        if (std::filesystem::exists("Resources/Scores.txt.new")) return "a new file was left";
+        return "";
+    };
+    const std::string fullDisk = InChild([&] {
+        return check(
+            [] {
+                return OwnMountNamespace() &&
+                       mount("tmpfs", "Resources", "tmpfs", 0, "size=16k") == 0;
+            },
+            [] {
+                std::FILE* filler = std::fopen("Resources/filler", "w");
+                static const char block[1024] = {};
+                while (filler && std::fwrite(block, 1, sizeof block, filler) == sizeof block &&
+                       std::fflush(filler) == 0) {
+                }
+                if (filler) std::fclose(filler);
+            });
+    });
+    EXPECT_EQ("", fullDisk) << "full disk";
+    const std::string cutShort = InChild([&] {
+        return check([] { return true; },
+                     [] {
+                         signal(SIGXFSZ, SIG_IGN);
+                         const rlimit limit = {20, 20};
+                         setrlimit(RLIMIT_FSIZE, &limit);
+                     });
+    });
+    EXPECT_EQ("", cutShort) << "write cut after 20 bytes";
 }
 
 TEST(StarRule, CrystalHealthAtTheBossDeathGivesTheStars) {

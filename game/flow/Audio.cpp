@@ -227,8 +227,15 @@ static void DecodeOgg(DecodeJob& job) {
     const int channels = job.channels;
     // Files of more than two channels keep their first two.
     const int keep = std::min(channels, 2);
+    // The length comes from the last page's header, and a damaged file may
+    // claim any length at all. No sound of ours decodes to more than about
+    // nine bytes per byte of file: room for twelve is all a claim gets, and
+    // a longer sound, if one ever comes, grows as it is decoded.
     const ogg_int64_t frames = ov_pcm_total(&job.vf, -1);
-    if (frames > 0) job.pcm.reserve(std::min<size_t>(size_t(frames) * 2 * keep, kMaxDecodedBytes));
+    const ogg_int64_t fileBytes = ov_raw_total(&job.vf, -1);
+    const size_t claimed = frames > 0 ? size_t(frames) * 2 * keep : 0;
+    const size_t plausible = fileBytes > 0 ? size_t(fileBytes) * 12 : 0;
+    job.pcm.reserve(std::min({claimed, plausible, kMaxDecodedBytes}));
     std::vector<char> block(4096);
     int section = 0;
     while (job.result == SOUND_OK && !job.cancelled.load()) {
@@ -450,6 +457,26 @@ static SoundRecord* FindSound(Sound sound, SoundSystem** pOwner) {
         }
     }
     return nullptr;
+}
+
+int SoundLiveCount(void) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
+    size_t count = 0;
+    for (SoundSystem* system : sSystems) count += system->sounds.size();
+    return (int)count;
+}
+
+int SoundBusyChannelCount(void) {
+    std::lock_guard<std::recursive_mutex> lock(sLayerMutex);
+    int busy = 0;
+    for (SoundSystem* system : sSystems) {
+        if (!UseContext(system)) continue;
+        for (const ChannelRecord& channel : system->channels) {
+            const ALint state = SourceState(channel);
+            busy += channel.waiting || state == AL_PLAYING || state == AL_PAUSED;
+        }
+    }
+    return busy;
 }
 
 // Stops every channel playing the sound, then frees it.

@@ -96,6 +96,14 @@ int ChannelGetPaused(SoundChannel channel, bool* pPaused);
 // Playback position in sample frames.
 int ChannelGetPosition(SoundChannel channel, int* pFrames);
 
+// How many sounds exist in all systems (created and not yet released), and
+// how many channels are busy (playing, held, or waiting for samples). The
+// screens release what they create, so over a long session these come back
+// to the same numbers on the same screen; a soak test reads them to catch a
+// sound or a looping channel that is never let go. The game never reads them.
+int SoundLiveCount(void);
+int SoundBusyChannelCount(void);
+
 // Ends the program with "FMOD error! (<code>) <text>" and status -1 unless
 // result is 0.
 void CheckSoundResult(int result);

@@ -132,6 +132,7 @@ bool GameScript::Frames(int n) {
         s.changed.notify_all();
         s.changed.wait(lock, [&] { return s.scriptsTurn || s.gameOver; });
         presented_ = s.presented;
+        if (everyFrame_ && !s.gameOver) everyFrame_();
     }
     over_ = s.gameOver;
     return !s.gameOver;

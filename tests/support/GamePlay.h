@@ -33,6 +33,9 @@ class GameScript {
     // before the first too). Returns the frames waited, or -1 when the game
     // ended or the limit passed first.
     int Until(const std::function<bool()>& condition, int limit = 60 * 60 * 20);
+    // Runs f on the script's side after every frame from now on (before any
+    // condition of Until looks at it): checks that must hold in every frame.
+    void EveryFrame(const std::function<void()>& f) { everyFrame_ = f; }
 
     // Input, seen by the game from the next frame on. Positions are logical
     // window pixels of the 800 x 600 window (or world units for *World).
@@ -74,6 +77,7 @@ class GameScript {
     void Write(const std::string& event);
     class GamePlay* play_ = nullptr;
     std::FILE* record_ = nullptr;
+    std::function<void()> everyFrame_;
     unsigned long presented_ = 0;
     bool over_ = false;
 };

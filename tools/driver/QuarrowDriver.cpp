@@ -2,7 +2,8 @@
 // on the engine's virtual clock and feeds it a script of timed events through
 // the engine's input seam. Every end-to-end test drives the game this way.
 //
-//   quarrow-driver [--real-clock] [--max-frames N] [--seed N] [--hash-every N] SCRIPT
+//   quarrow-driver [--real-clock] [--max-frames N] [--seed N] [--hash-every N]
+//                  [--windowed] SCRIPT
 //
 // --seed fixes the game's random numbers (otherwise seeded from the time, as
 // the game does). --hash-every N prints "hash FRAME STATE VALUE" after every
@@ -232,6 +233,7 @@ void OnFrame(unsigned long frame, void* user) {
 int main(int argc, char** argv) {
     bool virtualClock = true;
     bool seeded = false;
+    bool windowed = false;
     unsigned seed = 0;
     Script script;
     script.maxFrames = 20 * 60 * 60; // twenty minutes of play
@@ -243,6 +245,8 @@ int main(int argc, char** argv) {
             script.maxFrames = std::strtoul(argv[++i], nullptr, 10);
         else if (!std::strcmp(argv[i], "--seed") && i + 1 < argc)
             seeded = true, seed = (unsigned)std::strtoul(argv[++i], nullptr, 10);
+        else if (!std::strcmp(argv[i], "--windowed"))
+            windowed = true;
         else if (!std::strcmp(argv[i], "--hash-every") && i + 1 < argc)
             script.hashEvery = std::strtoul(argv[++i], nullptr, 10);
         else if (!path)
@@ -252,7 +256,7 @@ int main(int argc, char** argv) {
     }
     if (!path) {
         std::fprintf(stderr, "usage: quarrow-driver [--real-clock] [--max-frames N] [--seed N] "
-                             "[--hash-every N] SCRIPT\n");
+                             "[--hash-every N] [--windowed] SCRIPT\n");
         return 2;
     }
     if (!ParseScript(path, script)) return 2;
@@ -266,6 +270,7 @@ int main(int argc, char** argv) {
     VXSeamSetFrameHook(OnFrame, &script);
     GameStartup();
     if (seeded) VXSeedRand(seed);
+    if (windowed) VXToogleFullScreen(false);
     GameStateLoop();
     GameShutdown();
     std::printf("driver: %lu frames presented\n", VXSeamFramesPresented());
