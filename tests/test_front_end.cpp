@@ -266,10 +266,7 @@ TEST_F(FrontEnd, TheDriverSkipsTheSplashLeavesByTheDialogAndClosesOnEveryScreen)
         const std::string script = folder + "/script.txt";
         std::ofstream(script) << c.script;
         std::string output;
-        const int status =
-            TestRunCommand("cd " + folder + " && xvfb-run -a -s '-screen 0 1280x1024x24' " +
-                               TestDriverPath() + " " + script,
-                           output);
+        const int status = TestRunDriverAlone(folder, script, output);
         EXPECT_EQ(status, 0) << c.what << "\n" << output;
         EXPECT_NE(output.find("driver: " + std::to_string(c.frames) + " frames presented"),
                   std::string::npos)

@@ -28,6 +28,7 @@
 #include "PlayerMoves.h"
 #include "Projectile.h"
 #include "Scores.h"
+#include "TestSupport.h"
 #include "Tile.h"
 #include "Tower.h"
 #include "TowerBuilding.h"
@@ -98,13 +99,6 @@ int FastForwardUntil(GameScript& s, const std::function<bool()>& condition) {
 // The world point of a tile's centre.
 VXVec2 TileCentre(int index) {
     return {tileList[index]->posX, tileList[index]->posY};
-}
-
-std::string ReadFile(const std::string& path) {
-    std::ifstream in(path);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
 }
 
 class Level : public ::testing::Test {
@@ -211,7 +205,7 @@ TEST_F(Level, TutorialWonByDraggingTowersOntoTheGoblinsRoute) {
         },
         true);
     EXPECT_EQ("Level1:3\nLevel2:0\nLevel3:0\nLevel4:0\nLevel5:0\nLevel6:0\n",
-              ReadFile(play.ScoreFile()));
+              TestReadFile(play.ScoreFile()));
 }
 
 TEST_F(Level, BossDeathWinsWithTheStarsOfThatMoment) {
@@ -242,7 +236,7 @@ TEST_F(Level, BossDeathWinsWithTheStarsOfThatMoment) {
             ASSERT_GE(s.Until([] { return gGameStateCurr == GS_MAIN_MENU; }, 10), 0);
         },
         true);
-    EXPECT_NE(std::string::npos, ReadFile(play.ScoreFile()).find("Level3:2\n"));
+    EXPECT_NE(std::string::npos, TestReadFile(play.ScoreFile()).find("Level3:2\n"));
 }
 
 TEST_F(Level, LostLevelStandsStillUnderTheLoseScreenAndRestarts) {
@@ -533,11 +527,11 @@ TEST(LevelClosed, TheWindowClosedInEveryStateKeepsTheRatingsOnDisk) {
                 EXPECT_FALSE(s.Frames(1)) << c.where << ": the game goes on after the close";
             },
             true);
-        EXPECT_EQ(c.onDisk, ReadFile(play.ScoreFile())) << "closed in " << c.where;
+        EXPECT_EQ(c.onDisk, TestReadFile(play.ScoreFile())) << "closed in " << c.where;
         std::string held;
         for (int n = 0; n < 6; n++)
             held += "Level" + std::to_string(n + 1) + ":" + std::to_string(gLevelRatings[n]) + "\n";
-        EXPECT_EQ(held, ReadFile(play.ScoreFile())) << "closed in " << c.where;
+        EXPECT_EQ(held, TestReadFile(play.ScoreFile())) << "closed in " << c.where;
     }
     VXSeamRecordDraws(false);
 }

@@ -39,11 +39,6 @@ std::string Quote(const std::string& s) {
     return q + "'";
 }
 
-std::string ReadFile(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
 void WriteFile(const fs::path& path, const std::string& text, bool executable = false) {
     std::ofstream(path, std::ios::binary) << text;
     if (executable) fs::permissions(path, fs::perms::owner_all, fs::perm_options::add);
@@ -157,7 +152,7 @@ TEST(Package, PassesTheDesktopsValidatorsAndLintian) {
     EXPECT_FALSE(std::regex_search(out, std::regex("(^|\n)[EW]: "))) << out;
 
     // The desktop entry names an icon and a command the package has.
-    const std::string entry = ReadFile(desktop);
+    const std::string entry = TestReadFile(desktop);
     EXPECT_NE(std::string::npos, entry.find("\nIcon=quarrow\n")) << entry;
     EXPECT_NE(std::string::npos, entry.find("\nExec=quarrow\n")) << entry;
     EXPECT_NE(std::string::npos, entry.find("\nCategories=Game;")) << entry;
@@ -192,7 +187,7 @@ struct Install {
     }
     // Where the launcher started the game.
     std::string StartedIn() {
-        std::istringstream in(ReadFile(record));
+        std::istringstream in(TestReadFile(record));
         std::string folder, arguments;
         std::getline(in, folder);
         std::getline(in, arguments);
@@ -267,11 +262,11 @@ TEST(Launcher, AFolderLeftByAnOlderVersionGetsTheNewFilesAndKeepsTheRatings) {
     ASSERT_EQ(7, install.Launch(home.string(), "-", out)) << out;
     EXPECT_EQ(folder.string(), install.StartedIn());
     EXPECT_FALSE(fs::is_symlink(folder / "Resources/BG6.png")) << "a link to nothing is left";
-    EXPECT_EQ("new", ReadFile(folder / "Resources/BG7.png"));
+    EXPECT_EQ("new", TestReadFile(folder / "Resources/BG7.png"));
     ExpectLinked(install.installed, folder, {"Scores.txt", "cursor.png"});
     EXPECT_FALSE(fs::is_symlink(folder / "Resources/Scores.txt"));
-    EXPECT_EQ(ratings, ReadFile(folder / "Resources/Scores.txt"));
-    EXPECT_EQ("mine", ReadFile(folder / "Resources/cursor.png"));
+    EXPECT_EQ(ratings, TestReadFile(folder / "Resources/Scores.txt"));
+    EXPECT_EQ("mine", TestReadFile(folder / "Resources/cursor.png"));
 }
 
 TEST(Launcher, AFolderThatCannotBeMadeLeavesTheGameToPlayWithoutRatings) {
@@ -330,7 +325,7 @@ TEST(Launcher, TheGameReachesTheMenuAndEachPlayersRatingsStayInTheirHome) {
                           "810 close\n");
     Install install("exec " + Quote(TestDriverPath()) + " --seed 1 " + Quote(script.string()));
     const std::string buildScores = TestResourcesDir() + "/Scores.txt";
-    const std::string buildScoresBefore = ReadFile(buildScores);
+    const std::string buildScoresBefore = TestReadFile(buildScores);
 
     struct Player {
         const char* name;
@@ -360,7 +355,7 @@ TEST(Launcher, TheGameReachesTheMenuAndEachPlayersRatingsStayInTheirHome) {
         }
         EXPECT_NE(std::string::npos, reports[400].find("state=1 ")) << "the menu\n" << out;
         EXPECT_NE(std::string::npos, reports[800].find("state=2 level=1 ")) << "level 1\n" << out;
-        std::string written = ReadFile(folder / "Resources/Scores.txt");
+        std::string written = TestReadFile(folder / "Resources/Scores.txt");
         std::replace(written.begin(), written.end(), '\n', '|');
         EXPECT_EQ(p.scoresAfter + "|", written);
         for (auto [x, y] : {std::pair{-200.0f, -150.0f}, {150.0f, -100.0f}, {-150.0f, 0.0f}})
@@ -371,7 +366,7 @@ TEST(Launcher, TheGameReachesTheMenuAndEachPlayersRatingsStayInTheirHome) {
     for (const auto& entry : fs::recursive_directory_iterator(install.scratch.dir))
         if (entry.path().filename() == "Scores.txt") scoreFiles.push_back(entry.path().string());
     EXPECT_EQ(2u, scoreFiles.size());
-    EXPECT_EQ(buildScoresBefore, ReadFile(buildScores)) << "the build's own score file changed";
+    EXPECT_EQ(buildScoresBefore, TestReadFile(buildScores)) << "the build's own score file changed";
 }
 
 TEST(Launcher, TheInstalledGameRunsInThePlayersFolderAndEndsInOrderWhenAsked) {

@@ -31,11 +31,6 @@ std::string ResourcePath(const std::string& name) {
     return TestResourcesDir() + "/" + name;
 }
 
-std::string ReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
 struct Picture {
     std::vector<unsigned char> rgba;
     int width = 0, height = 0;
@@ -127,7 +122,7 @@ TEST(ArtManifest, CoversEveryNameInTheGameCode) {
     int found = 0;
     for (const auto& entry : fs::directory_iterator(TestSourceDir() + "/game")) {
         if (entry.path().extension() != ".cpp" && entry.path().extension() != ".h") continue;
-        std::string text = ReadFile(entry.path().string());
+        std::string text = TestReadFile(entry.path().string());
         for (std::sregex_iterator it(text.begin(), text.end(), literal), end; it != end; ++it) {
             std::string name = (*it)[1];
             ++found;
@@ -733,11 +728,11 @@ TEST(Generator, TwoRunsGiveIdenticalFiles) {
     for (const ArtEntry& e : kArtManifest) names.push_back(e.name);
     for (const std::string& n : names) {
         SCOPED_TRACE(n);
-        std::string a = ReadFile((base / "a" / n).string());
-        std::string b = ReadFile((base / "b" / n).string());
+        std::string a = TestReadFile((base / "a" / n).string());
+        std::string b = TestReadFile((base / "b" / n).string());
         ASSERT_FALSE(a.empty());
         EXPECT_TRUE(a == b) << "runs differ";
-        EXPECT_TRUE(a == ReadFile(ResourcePath(n))) << "Resources holds an older picture";
+        EXPECT_TRUE(a == TestReadFile(ResourcePath(n))) << "Resources holds an older picture";
     }
     // The desktop's icons too.
     for (const char* run : {"a", "b"}) {
@@ -749,10 +744,10 @@ TEST(Generator, TwoRunsGiveIdenticalFiles) {
         const std::string n =
             "/" + std::to_string(side) + "x" + std::to_string(side) + "/apps/quarrow.png";
         SCOPED_TRACE(n);
-        std::string a = ReadFile((base / "a" / "icons").string() + n);
+        std::string a = TestReadFile((base / "a" / "icons").string() + n);
         ASSERT_FALSE(a.empty());
-        EXPECT_TRUE(a == ReadFile((base / "b" / "icons").string() + n)) << "runs differ";
-        EXPECT_TRUE(a == ReadFile(TestBinaryDir() + "/icons" + n))
+        EXPECT_TRUE(a == TestReadFile((base / "b" / "icons").string() + n)) << "runs differ";
+        EXPECT_TRUE(a == TestReadFile(TestBinaryDir() + "/icons" + n))
             << "the build holds an older icon";
     }
     fs::remove_all(base);

@@ -33,6 +33,7 @@
 #include "GameStateManager.h"
 #include "Level.h"
 #include "MainMenu.h"
+#include "PlayerMoves.h"
 #include "Scores.h"
 #include "TestSupport.h"
 #include "Tile.h"
@@ -55,22 +56,6 @@ bool In(int state) {
     return gGameStateCurr == state;
 }
 
-VXVec2 Centre(int tile) {
-    return {tileList[tile]->posX, tileList[tile]->posY};
-}
-
-// Carries the tower on one tile onto another, as a player drags it.
-void Drag(GameScript& s, int from, int to) {
-    s.MoveWorld(Centre(from).x, Centre(from).y);
-    s.Frames(1);
-    s.Press(VX_KEY_LBUTTON);
-    s.Frames(1);
-    s.MoveWorld(Centre(to).x, Centre(to).y);
-    s.Frames(1);
-    s.Release(VX_KEY_LBUTTON);
-    s.Frames(1);
-}
-
 // The defence: every first-tier tower goes to a tile beside the crystal,
 // and two first-tier towers there merge into a second-tier one. Monsters
 // all end at the crystal, so every tower there fires at every monster.
@@ -89,14 +74,14 @@ void Defend(GameScript& s, const std::vector<int>& home) {
         for (int h : home)
             if (target < 0 && tileList[h]->moveCost == 0) target = h;
         if (stray >= 0 && target >= 0) {
-            Drag(s, stray, target);
+            PlayerDragTile(s, stray, target);
             continue;
         }
         std::vector<int> ones;
         for (int h : home)
             if (tileList[h]->moveCost == 2) ones.push_back(h);
         if (ones.size() < 2) return;
-        Drag(s, ones[1], ones[0]);
+        PlayerDragTile(s, ones[1], ones[0]);
     }
 }
 
@@ -231,10 +216,9 @@ std::string ScoreLines(const int ratings[6]) {
 
 DriverRun PlayThroughTheDriver(const std::string& driver, const std::string& folder) {
     DriverRun run;
-    run.status =
-        TestRunCommand("cd " + folder + " && xvfb-run -a -s '-screen 0 800x600x24' " + driver +
-                           " --seed " + std::to_string(kSeed) + " --hash-every 60 " + ScriptPath(),
-                       run.output);
+    run.status = TestRunDriverAlone(
+        folder, "--seed " + std::to_string(kSeed) + " --hash-every 60 " + ScriptPath(), run.output,
+        driver);
     Parse(run);
     return run;
 }

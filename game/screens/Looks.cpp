@@ -7,7 +7,9 @@
 #include <string>
 
 namespace {
-std::map<std::string, VXGfxTexture*> sLooks;
+// std::less<> finds a name given as a C string without building a
+// std::string for it: the buttons look their pictures up every frame.
+std::map<std::string, VXGfxTexture*, std::less<>> sLooks;
 } // namespace
 
 // A missing or damaged file gives the loader's placeholder, which is kept

@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 
 #include "VXGraphics.h"
@@ -87,6 +89,18 @@ int TestRunCommand(const std::string& command, std::string& output) {
     while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) output.append(buffer, n);
     int status = pclose(pipe);
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+std::string TestReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+int TestRunDriverAlone(const std::string& folder, const std::string& arguments, std::string& output,
+                       const std::string& driver) {
+    return TestRunCommand("cd '" + folder + "' && xvfb-run -a -s '-screen 0 800x600x24' '" +
+                              (driver.empty() ? TestDriverPath() : driver) + "' " + arguments,
+                          output);
 }
 
 TileArray TestBoardRecords(int layoutId, const std::vector<int>& towers) {

@@ -61,6 +61,15 @@ std::string TestScratchGameFolder();
 // on standard output and standard error.
 int TestRunCommand(const std::string& command, std::string& output);
 
+// The whole file as it is on disk ("" when it cannot be read).
+std::string TestReadFile(const std::string& path);
+
+// Runs a driver (the sanitized one unless named) in the folder with the
+// arguments, on an 800 x 600 X display of its own, so its clicks never meet
+// another test's window; returns its exit status and everything it printed.
+int TestRunDriverAlone(const std::string& folder, const std::string& arguments, std::string& output,
+                       const std::string& driver = "");
+
 // A level's board as tile records without meshes (no renderer needed, as
 // the path search sees it): on-board tiles free, the rest off the board
 // (moveCost 1000), the crystal on tile 55, first-tier towers on the given
