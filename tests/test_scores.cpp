@@ -170,27 +170,45 @@ TEST_F(Scores, SaveThatCannotCreateItsFileLeavesTheOldOneDeleted) {
 }
 
 // The game killed at any moment of a write leaves the old file or the new
-// one. A child writes the two files in turn without end and is killed
-// after a different delay each time, 300 times.
+// one. A child writes the two files in turn without end, telling the test
+// after each write; the test lets it finish one to four writes, then kills
+// it somewhere inside the next ones, 300 times. The delays are measured in
+// writes on this very disk, since a write with its flushes takes a few
+// microseconds on one machine and milliseconds on another.
 TEST_F(Scores, KilledWhileWritingLeavesTheOldFileOrTheNewOne) {
+    const auto start = std::chrono::steady_clock::now();
+    for (int n = 0; n < 20; ++n) SaveScores();
+    const auto oneWrite = std::chrono::duration_cast<std::chrono::microseconds>(
+                              std::chrono::steady_clock::now() - start) /
+                          20;
     WriteFile(kOldText);
     unsigned seed = 12345;
     int sawOld = 0, sawNew = 0;
     for (int kill = 0; kill < 300; ++kill) {
+        int done[2];
+        ASSERT_EQ(0, pipe(done));
         const pid_t child = fork();
         if (child == 0) {
+            close(done[0]);
             for (int n = 0;; ++n) {
                 if (n % 2)
                     Store(kNewRatings);
                 else
                     Store({3, 2, 0, 0, 0, 0});
                 SaveScores();
+                if (write(done[1], "w", 1) != 1) _exit(1);
             }
         }
+        close(done[1]);
         seed = seed * 1103515245u + 12345u;
-        std::this_thread::sleep_for(std::chrono::microseconds((seed >> 8) % 3000));
+        char mark;
+        for (unsigned finished = 0; finished < 1 + (seed >> 16) % 4; ++finished)
+            ASSERT_EQ(1, read(done[0], &mark, 1));
+        seed = seed * 1103515245u + 12345u;
+        std::this_thread::sleep_for(oneWrite * ((seed >> 8) % 2000) / 1000);
         ::kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
+        close(done[0]);
         const std::string text = ReadFile();
         sawOld += text == kOldText;
         sawNew += text == kNewText;
