@@ -15,12 +15,19 @@
 namespace {
 
 float gIdentity[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+const TestRgba kRed{255, 0, 0, 0}, kGreen{0, 255, 0, 0}, kBlue{0, 0, 255, 0},
+    kWhite{255, 255, 255, 0}, kBlack{0, 0, 0, 0};
 
 // A rectangle from (x0, y0) to (x1, y1), picture upright: v = 0 at the top.
 VXGfxMesh* Rect(float x0, float y0, float x1, float y1, unsigned color) {
     VXGfxTriAdd(x0, y0, color, 0, 1, x1, y0, color, 1, 1, x0, y1, color, 0, 0);
     VXGfxTriAdd(x1, y0, color, 1, 1, x1, y1, color, 1, 0, x0, y1, color, 0, 0);
     return VXGfxMeshEnd();
+}
+
+VXGfxTexture* Texel(unsigned char r, unsigned char g, unsigned char b) {
+    const unsigned char px[] = {r, g, b, 255};
+    return VXGfxTextureLoadFromMemory(px, 1, 1);
 }
 
 // A 2 x 2 picture: red, green on top; blue, white below.
@@ -36,10 +43,13 @@ struct Look {
 };
 const Look kPlain = {{1, 1, 1, 1}, 1.0f, {0, 0, 0, 0}};
 
-void Apply(const Look& l) {
+// Switches to the program, gives it the look and no transform.
+void Use(int mode, const Look& l = kPlain) {
+    VXGfxSetRenderMode(mode);
     VXGfxSetTintColor(l.tint[0], l.tint[1], l.tint[2], l.tint[3]);
     VXGfxSetTransparency(l.transparency);
     VXGfxSetBlendColor(l.blend[0], l.blend[1], l.blend[2], l.blend[3]);
+    VXGfxSetTransform(gIdentity);
 }
 
 class Renderer : public ::testing::Test {
@@ -69,27 +79,20 @@ TEST_F(Renderer, BothProgramsMixTheBlendColourAndMultiplyByTheTint) {
         {"blend white half", {{1, 1, 1, 1}, 1, {1, 1, 1, 0.5f}}, {153, 179, 204, 0}},
         {"blend colour without weight", {{1, 1, 1, 1}, 1, {0, 1, 0, 0}}, {0x33, 0x66, 0x99, 0}},
     };
-    const unsigned char texel[] = {0x33, 0x66, 0x99, 255};
-    VXGfxTexture* texture = VXGfxTextureLoadFromMemory(texel, 1, 1);
+    VXGfxTexture* texture = Texel(0x33, 0x66, 0x99);
     VXGfxMesh* left = Rect(-300, -100, -100, 100, 0xFF336699);
     VXGfxMesh* right = Rect(100, -100, 300, 100, 0xFFFFFFFF);
     for (const Case& c : cases) {
         VXSysFrameStart();
         VXGfxSetBlendMode(VX_GFX_BLEND_NONE);
-        VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
-        Apply(c.look);
-        VXGfxSetTransform(gIdentity);
+        Use(VX_GFX_RENDER_COLOR, c.look);
         VXGfxMeshDraw(left, VX_GFX_DRAW_TRIANGLES);
-        VXGfxSetRenderMode(VX_GFX_RENDER_TEXTURE);
-        Apply(c.look);
+        Use(VX_GFX_RENDER_TEXTURE, c.look);
         VXGfxTextureSet(texture, 0, 0);
-        VXGfxSetTransform(gIdentity);
         VXGfxMeshDraw(right, VX_GFX_DRAW_TRIANGLES);
         EndFrame();
-        EXPECT_TRUE(TestPixelNear(At(-200, 0), c.expected, kTestRounding))
-            << c.name << ", colour program";
-        EXPECT_TRUE(TestPixelNear(At(200, 0), c.expected, kTestRounding))
-            << c.name << ", texture program";
+        EXPECT_TRUE(TestPixelNear(At(-200, 0), c.expected, kTestRounding)) << c.name << ", colour";
+        EXPECT_TRUE(TestPixelNear(At(200, 0), c.expected, kTestRounding)) << c.name << ", texture";
     }
     VXGfxMeshFree(left);
     VXGfxMeshFree(right);
@@ -97,6 +100,7 @@ TEST_F(Renderer, BothProgramsMixTheBlendColourAndMultiplyByTheTint) {
 }
 
 TEST_F(Renderer, AlphaAndAdditiveBlendingOverABackground) {
+    const int kAlpha = VX_GFX_BLEND_ALPHA, kAdd = VX_GFX_BLEND_ADDITIVE;
     struct Case {
         const char* name;
         int mode;
@@ -104,52 +108,20 @@ TEST_F(Renderer, AlphaAndAdditiveBlendingOverABackground) {
         float transparency, tintAlpha;
         TestRgba expected;
     } cases[] = {
-        {"alpha, vertex alpha 128/255",
-         VX_GFX_BLEND_ALPHA,
-         0xFFFFFFFF,
-         0x80FF0000,
-         1,
-         1,
-         {255, 127, 127, 0}},
-        {"alpha, transparency 0.5",
-         VX_GFX_BLEND_ALPHA,
-         0xFFFFFFFF,
-         0xFFFF0000,
-         0.5f,
-         1,
-         {255, 128, 128, 0}},
-        {"alpha, tint alpha 0.25",
-         VX_GFX_BLEND_ALPHA,
-         0xFFFFFFFF,
-         0xFFFF0000,
-         1,
-         0.25f,
-         {255, 191, 191, 0}},
-        {"alpha over black", VX_GFX_BLEND_ALPHA, 0xFF000000, 0x80FF0000, 1, 1, {128, 0, 0, 0}},
-        {"additive, alpha 0.5",
-         VX_GFX_BLEND_ADDITIVE,
-         0xFF000080,
-         0xFFFF0000,
-         0.5f,
-         1,
-         {128, 0, 128, 0}},
-        {"additive saturates",
-         VX_GFX_BLEND_ADDITIVE,
-         0xFFC00000,
-         0xFFFF00FF,
-         1,
-         1,
-         {255, 0, 255, 0}},
-        {"none ignores alpha", VX_GFX_BLEND_NONE, 0xFFFFFFFF, 0x20FF0000, 0.5f, 1, {255, 0, 0, 0}},
+        {"vertex alpha 128/255", kAlpha, 0xFFFFFFFF, 0x80FF0000, 1, 1, {255, 127, 127, 0}},
+        {"transparency 0.5", kAlpha, 0xFFFFFFFF, 0xFFFF0000, 0.5f, 1, {255, 128, 128, 0}},
+        {"tint alpha 0.25", kAlpha, 0xFFFFFFFF, 0xFFFF0000, 1, 0.25f, {255, 191, 191, 0}},
+        {"alpha over black", kAlpha, 0xFF000000, 0x80FF0000, 1, 1, {128, 0, 0, 0}},
+        {"additive, alpha 0.5", kAdd, 0xFF000080, 0xFFFF0000, 0.5f, 1, {128, 0, 128, 0}},
+        {"additive saturates", kAdd, 0xFFC00000, 0xFFFF00FF, 1, 1, {255, 0, 255, 0}},
+        {"none ignores alpha", VX_GFX_BLEND_NONE, 0xFFFFFFFF, 0x20FF0000, 0.5f, 1, kRed},
         {"unpacked cyan", VX_GFX_BLEND_NONE, 0xFF000000, 0xFF00FFFF, 1, 1, {0, 255, 255, 0}},
     };
     for (const Case& c : cases) {
         VXGfxMesh* back = Rect(-400, -300, 400, 300, c.background);
         VXGfxMesh* front = Rect(-50, -50, 50, 50, c.color);
         VXSysFrameStart();
-        VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
-        Apply(kPlain);
-        VXGfxSetTransform(gIdentity);
+        Use(VX_GFX_RENDER_COLOR);
         VXGfxSetBlendMode(VX_GFX_BLEND_NONE);
         VXGfxMeshDraw(back, VX_GFX_DRAW_TRIANGLES);
         VXGfxSetBlendMode(c.mode);
@@ -166,19 +138,14 @@ TEST_F(Renderer, AlphaAndAdditiveBlendingOverABackground) {
 
 TEST_F(Renderer, EachProgramKeepsItsOwnValuesAndIgnoresSettersWithNoProgram) {
     VXGfxMesh* rect = Rect(-50, -50, 50, 50, 0xFFFFFFFF);
-    VXGfxTexture* texture = Quadrants();
     VXSysFrameStart();
-    VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
-    Apply(kPlain);
-    VXGfxSetRenderMode(VX_GFX_RENDER_TEXTURE);
-    Apply(kPlain);
+    Use(VX_GFX_RENDER_COLOR);
+    Use(VX_GFX_RENDER_TEXTURE);
     VXGfxSetTintColor(0, 0, 0, 1); // the texture program's tint only
     VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
-    VXGfxSetTransform(gIdentity);
     VXGfxMeshDraw(rect, VX_GFX_DRAW_TRIANGLES);
     EndFrame();
-    EXPECT_TRUE(TestPixelNear(At(0, 0), TestRgba{255, 255, 255, 0}, kTestExact));
-
+    EXPECT_TRUE(TestPixelNear(At(0, 0), kWhite, kTestExact)) << "the other program's tint";
     // Every frame ends with no program: a tint set before the first mode is lost.
     VXSysFrameStart();
     VXGfxSetTintColor(1, 0, 0, 1);
@@ -186,37 +153,30 @@ TEST_F(Renderer, EachProgramKeepsItsOwnValuesAndIgnoresSettersWithNoProgram) {
     VXGfxSetTransform(gIdentity);
     VXGfxMeshDraw(rect, VX_GFX_DRAW_TRIANGLES);
     EndFrame();
-    EXPECT_TRUE(TestPixelNear(At(0, 0), TestRgba{255, 255, 255, 0}, kTestExact));
+    EXPECT_TRUE(TestPixelNear(At(0, 0), kWhite, kTestExact)) << "a tint set with no program";
     EXPECT_EQ(VXGfxGetRenderMode(), VX_GFX_RENDER_NONE);
     VXGfxMeshFree(rect);
-    VXGfxTextureUnload(texture);
 }
 
-// Draws a small square of its own colour at each corner of the world.
-void DrawCorners() {
-    struct Corner {
+TEST_F(Renderer, TheWorldRectangleFillsTheScreenInWindowAndFullScreen) {
+    // A ten-unit square of its own colour at each corner of the world.
+    const struct {
         float x, y;
         unsigned color;
     } corners[] = {{-400, 300, 0xFFFF0000},
                    {390, 300, 0xFF00FF00},
                    {-400, -290, 0xFF0000FF},
                    {390, -290, 0xFFFFFFFF}};
-    VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
-    Apply(kPlain);
-    VXGfxSetBlendMode(VX_GFX_BLEND_NONE);
-    VXGfxSetTransform(gIdentity);
-    for (const Corner& c : corners) {
-        VXGfxMesh* m = Rect(c.x, c.y - 10, c.x + 10, c.y, c.color);
-        VXGfxMeshDraw(m, VX_GFX_DRAW_TRIANGLES);
-        VXGfxMeshFree(m);
-    }
-}
-
-TEST_F(Renderer, TheWorldRectangleFillsTheScreenInWindowAndFullScreen) {
     for (bool full : {false, true}) {
         VXToogleFullScreen(full);
         VXSysFrameStart();
-        DrawCorners();
+        Use(VX_GFX_RENDER_COLOR);
+        VXGfxSetBlendMode(VX_GFX_BLEND_NONE);
+        for (const auto& c : corners) {
+            VXGfxMesh* m = Rect(c.x, c.y - 10, c.x + 10, c.y, c.color);
+            VXGfxMeshDraw(m, VX_GFX_DRAW_TRIANGLES);
+            VXGfxMeshFree(m);
+        }
         EndFrame();
         SCOPED_TRACE(full ? "full screen" : "window");
         EXPECT_EQ(width, full ? 1280 : 800);
@@ -225,43 +185,37 @@ TEST_F(Renderer, TheWorldRectangleFillsTheScreenInWindowAndFullScreen) {
             const unsigned char* p = &frame[((size_t)y * width + x) * 4];
             return TestRgba{p[0], p[1], p[2], p[3]};
         };
-        EXPECT_TRUE(TestPixelNear(px(0, 0), TestRgba{255, 0, 0, 0}, kTestExact));
-        EXPECT_TRUE(TestPixelNear(px(width - 1, 0), TestRgba{0, 255, 0, 0}, kTestExact));
-        EXPECT_TRUE(TestPixelNear(px(0, height - 1), TestRgba{0, 0, 255, 0}, kTestExact));
-        EXPECT_TRUE(
-            TestPixelNear(px(width - 1, height - 1), TestRgba{255, 255, 255, 0}, kTestExact));
+        EXPECT_TRUE(TestPixelNear(px(0, 0), kRed, kTestExact));
+        EXPECT_TRUE(TestPixelNear(px(width - 1, 0), kGreen, kTestExact));
+        EXPECT_TRUE(TestPixelNear(px(0, height - 1), kBlue, kTestExact));
+        EXPECT_TRUE(TestPixelNear(px(width - 1, height - 1), kWhite, kTestExact));
         // Ten world units are 10 x scale pixels: the squares end there.
         int sx = full ? 16 : 10, sy = full ? 17 : 10;
-        EXPECT_TRUE(TestPixelNear(px(sx - 1, sy - 1), TestRgba{255, 0, 0, 0}, kTestExact));
-        EXPECT_TRUE(TestPixelNear(px(sx + 1, sy + 1), TestRgba{0, 0, 0, 0}, kTestExact));
-        EXPECT_TRUE(TestPixelNear(px(width / 2, height / 2), TestRgba{0, 0, 0, 0}, kTestExact));
+        EXPECT_TRUE(TestPixelNear(px(sx - 1, sy - 1), kRed, kTestExact));
+        EXPECT_TRUE(TestPixelNear(px(sx + 1, sy + 1), kBlack, kTestExact));
+        EXPECT_TRUE(TestPixelNear(px(width / 2, height / 2), kBlack, kTestExact));
     }
 }
 
 TEST_F(Renderer, PicturesStandUprightAndScrollWithTheirOffset) {
     VXGfxTexture* texture = Quadrants();
     VXGfxMesh* rect = Rect(-200, -150, 200, 150, 0xFFFFFFFF);
-    const TestRgba red{255, 0, 0, 0}, green{0, 255, 0, 0}, blue{0, 0, 255, 0},
-        white{255, 255, 255, 0};
     struct Case {
         const char* name;
         float u, v;
         TestRgba topLeft, topRight, bottomLeft, bottomRight;
     } cases[] = {
-        {"no offset", 0, 0, red, green, blue, white},
-        {"half across", 0.5f, 0, green, red, white, blue},
-        {"two and a half across", 2.5f, 0, green, red, white, blue},
-        {"half down", 0, 0.5f, blue, white, red, green},
-        {"minus half across (the picture repeats)", -0.5f, 0, green, red, white, blue},
-        {"one whole picture", 1.0f, 1.0f, red, green, blue, white},
+        {"no offset", 0, 0, kRed, kGreen, kBlue, kWhite},
+        {"half across", 0.5f, 0, kGreen, kRed, kWhite, kBlue},
+        {"half down", 0, 0.5f, kBlue, kWhite, kRed, kGreen},
+        {"minus half across (the picture repeats)", -0.5f, 0, kGreen, kRed, kWhite, kBlue},
+        {"one whole picture", 1.0f, 1.0f, kRed, kGreen, kBlue, kWhite},
     };
     for (const Case& c : cases) {
         VXSysFrameStart();
-        VXGfxSetRenderMode(VX_GFX_RENDER_TEXTURE);
-        Apply(kPlain);
+        Use(VX_GFX_RENDER_TEXTURE);
         VXGfxSetBlendMode(VX_GFX_BLEND_NONE);
         VXGfxTextureSet(texture, c.u, c.v);
-        VXGfxSetTransform(gIdentity);
         VXGfxMeshDraw(rect, VX_GFX_DRAW_TRIANGLES);
         EndFrame();
         EXPECT_TRUE(TestPixelNear(At(-120, 90), c.topLeft, kTestExact)) << c.name;
@@ -273,15 +227,14 @@ TEST_F(Renderer, PicturesStandUprightAndScrollWithTheirOffset) {
     VXGfxMesh* unit = Rect(-1, -1, 1, 1, 0xFFFFFFFF);
     float m[3][3] = {{50, 0, 100}, {0, 50, -60}, {0, 0, 1}};
     VXSysFrameStart();
-    VXGfxSetRenderMode(VX_GFX_RENDER_TEXTURE);
-    Apply(kPlain);
+    Use(VX_GFX_RENDER_TEXTURE);
     VXGfxTextureSet(texture, 0, 0);
     VXGfxSetTransform(m);
     VXGfxMeshDraw(unit, VX_GFX_DRAW_TRIANGLES);
     EndFrame();
-    EXPECT_TRUE(TestPixelNear(At(75, -35), red, kTestExact));
-    EXPECT_TRUE(TestPixelNear(At(125, -85), white, kTestExact));
-    EXPECT_TRUE(TestPixelNear(At(155, -60), TestRgba{0, 0, 0, 0}, kTestExact));
+    EXPECT_TRUE(TestPixelNear(At(75, -35), kRed, kTestExact));
+    EXPECT_TRUE(TestPixelNear(At(125, -85), kWhite, kTestExact));
+    EXPECT_TRUE(TestPixelNear(At(155, -60), kBlack, kTestExact));
     VXGfxMeshFree(unit);
     VXGfxMeshFree(rect);
     VXGfxTextureUnload(texture);
@@ -292,8 +245,7 @@ TEST_F(Renderer, MeshesTakeTheWholeStagingListOnce) {
     VXGfxTriAdd(0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0);
     VXGfxMesh* six = VXGfxMeshEnd();
     VXGfxMesh* none = VXGfxMeshEnd();
-    ASSERT_NE(six, nullptr);
-    ASSERT_NE(none, nullptr);
+    ASSERT_TRUE(six && none);
     EXPECT_EQ(six->vertexCount, 6u);
     EXPECT_EQ(none->vertexCount, 0u);
     VXSysFrameStart();
@@ -313,25 +265,19 @@ TEST_F(Renderer, MeshesTakeTheWholeStagingListOnce) {
 TEST_F(Renderer, AMeshDrawsAfterLinesAndLeavesNoArrayOnOrBufferBound) {
     VXGfxMesh* left = Rect(-300, -100, -100, 100, 0xFF00FF00);
     VXGfxMesh* right = Rect(100, -100, 300, 100, 0xFF0000FF);
-    const unsigned char texel[] = {255, 0, 0, 255};
-    VXGfxTexture* red = VXGfxTextureLoadFromMemory(texel, 1, 1);
+    VXGfxTexture* red = Texel(255, 0, 0);
     for (int mode : {VX_GFX_RENDER_COLOR, VX_GFX_RENDER_TEXTURE}) {
         const char* name = mode == VX_GFX_RENDER_COLOR ? "colour program" : "texture program";
         VXSysFrameStart();
         VXGfxSetBlendMode(VX_GFX_BLEND_NONE);
-        VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
-        Apply(kPlain);
-        VXGfxSetTransform(gIdentity);
+        Use(VX_GFX_RENDER_COLOR);
         VXGfxMeshDraw(left, VX_GFX_DRAW_TRIANGLES);
         VXGfxLine(-300, 200, 0, 1, 1, 1, 1, 300, 200, 0, 1, 1, 1, 1);
         VXGfxAxis(50);
-        VXGfxSetRenderMode(mode);
-        Apply(kPlain);
+        Use(mode);
         VXGfxTextureSet(red, 0, 0);
-        VXGfxSetTransform(gIdentity);
         VXGfxMeshDraw(right, VX_GFX_DRAW_TRIANGLES);
-        GLint program = 0, bound = -1, maxAttributes = 0;
-        glGetIntegerv(GL_CURRENT_PROGRAM, &program);
+        GLint bound = -1, maxAttributes = 0;
         glGetIntegerv(GL_ARRAY_BUFFER_BINDING, &bound);
         glGetIntegerv(GL_MAX_VERTEX_ATTRIBS, &maxAttributes);
         EXPECT_EQ(bound, 0) << name;
@@ -341,11 +287,9 @@ TEST_F(Renderer, AMeshDrawsAfterLinesAndLeavesNoArrayOnOrBufferBound) {
             EXPECT_EQ(on, GL_FALSE) << name << ": array " << i << " left on";
         }
         EndFrame();
-        const TestRgba want =
-            mode == VX_GFX_RENDER_COLOR ? TestRgba{0, 0, 255, 255} : TestRgba{255, 0, 0, 255};
-        EXPECT_TRUE(TestPixelNear(At(-200, 0), TestRgba{0, 255, 0, 255}, kTestExact))
-            << name << ", the mesh drawn before the lines";
-        EXPECT_TRUE(TestPixelNear(At(200, 0), want, kTestExact))
+        EXPECT_TRUE(TestPixelNear(At(-200, 0), kGreen, kTestExact)) << name << ", before the lines";
+        EXPECT_TRUE(
+            TestPixelNear(At(200, 0), mode == VX_GFX_RENDER_COLOR ? kBlue : kRed, kTestExact))
             << name << ", the mesh drawn after the lines";
     }
     VXGfxMeshFree(left);
@@ -377,10 +321,8 @@ TEST_F(Renderer, MissingCorruptAndOverlongPicturesNeverFail) {
         if (!t) continue;
         EXPECT_EQ(std::string(t->fileName), c.path) << c.name;
         VXSysFrameStart();
-        VXGfxSetRenderMode(VX_GFX_RENDER_TEXTURE);
-        Apply(kPlain);
+        Use(VX_GFX_RENDER_TEXTURE);
         VXGfxTextureSet(t, 0, 0);
-        VXGfxSetTransform(gIdentity);
         VXGfxMeshDraw(rect, VX_GFX_DRAW_TRIANGLES);
         EndFrame();
         // The placeholder's top-left texel is magenta.
