@@ -36,9 +36,18 @@ class Drawing : public ::testing::Test {
   protected:
     void SetUp() override { TestEngineStart(); }
     void TearDown() override { TestEngineStop(); }
-    TestRgba Centre() {
+    // The centre pixel of a frame the clock does not step in (not a
+    // multiple of 30) that draws the object with the clock at animFrame.
+    TestRgba Drawn(GameObject& object, int animFrame, int framesU = 1, int framesV = 1) {
+        VXSysFrameStart();
+        VXSysFrameEnd();
+        VXSysFrameStart();
+        ObjectList context;
+        context.animFrame = animFrame;
+        context.DrawObject(object, framesU, framesV);
         int w = 0, h = 0;
         std::vector<unsigned char> frame = TestReadFrame(w, h);
+        VXSysFrameEnd();
         return TestPixelAtWorld(frame, w, h, 0.0f, 0.0f);
     }
 };
@@ -97,27 +106,12 @@ TEST_F(Drawing, SheetFrameShowsItsCell) {
     goblin.pTexture = Sheet5x2();
     goblin.SetTransform(0.0f, 0.0f, 50.0f);
     goblin.SetMesh();
-    struct Case {
-        const char* name;
-        int frame, col, row;
-    } cases[] = {
-        {"frame 0", 0, 0, 0},
-        {"frame 7: column 2, row 1", 7, 2, 1},
-        {"frame 4: column 4, row 0", 4, 4, 0},
-        {"frame 9: column 4, row 1", 9, 4, 1},
-    };
-    for (const Case& c : cases) {
-        // Frame 1 of the run: the clock does not step.
-        VXSysFrameStart();
-        VXSysFrameEnd();
-        VXSysFrameStart();
-        ObjectList context;
-        context.animFrame = c.frame;
-        context.DrawObject(goblin, goblin.framesU, goblin.framesV);
-        const TestRgba want = {40 * c.col + 20, 100 * c.row + 50, 200, 255};
-        const TestRgba got = Centre();
-        EXPECT_TRUE(TestPixelNear(got, want, kTestTwoRoundings)) << c.name;
-        VXSysFrameEnd();
+    const int cases[][3] = {{0, 0, 0}, {7, 2, 1}, {4, 4, 0}, {9, 4, 1}}; // frame, column, row
+    for (const auto& c : cases) {
+        const TestRgba want = {40 * c[1] + 20, 100 * c[2] + 50, 200, 255};
+        EXPECT_TRUE(TestPixelNear(Drawn(goblin, c[0], goblin.framesU, goblin.framesV), want,
+                                  kTestTwoRoundings))
+            << "frame " << c[0];
     }
 }
 
@@ -126,32 +120,17 @@ TEST_F(Drawing, SheetFrameShowsItsCell) {
 TEST_F(Drawing, TextureChoice) {
     VXGfxTexture* red = Solid(255, 0, 0);
     VXGfxTexture* blue = Solid(0, 0, 255);
-    struct Case {
-        const char* name;
-        int animFrame;
-        bool attacking;
-        VXGfxTexture* alt;
-        TestRgba want;
-    } cases[] = {
-        {"static picture at clock 7", 7, false, nullptr, {255, 0, 0, 255}},
-        {"attacking, no attack picture", 3, true, nullptr, {255, 0, 0, 255}},
-        {"attacking, attack picture", 3, true, blue, {0, 0, 255, 255}},
-        {"attack picture but not attacking", 3, false, blue, {255, 0, 0, 255}},
-    };
-    for (const Case& c : cases) {
+    auto check = [&](const char* name, int animFrame, bool attacking, VXGfxTexture* alt,
+                     TestRgba want) {
         Sprite s(red);
-        s.isAttacking = c.attacking;
-        s.pTextureAlt = c.alt;
-        VXSysFrameStart();
-        VXSysFrameEnd();
-        VXSysFrameStart();
-        ObjectList context;
-        context.animFrame = c.animFrame;
-        context.DrawObject(s, 1, 1);
-        const TestRgba got = Centre();
-        EXPECT_TRUE(TestPixelNear(got, c.want, kTestTwoRoundings)) << c.name;
-        VXSysFrameEnd();
-    }
+        s.isAttacking = attacking;
+        s.pTextureAlt = alt;
+        EXPECT_TRUE(TestPixelNear(Drawn(s, animFrame), want, kTestTwoRoundings)) << name;
+    };
+    check("static picture at clock 7", 7, false, nullptr, {255, 0, 0, 255});
+    check("attacking, no attack picture", 3, true, nullptr, {255, 0, 0, 255});
+    check("attacking, attack picture", 3, true, blue, {0, 0, 255, 255});
+    check("attack picture but not attacking", 3, false, blue, {255, 0, 0, 255});
     VXGfxTextureUnload(red);
     VXGfxTextureUnload(blue);
 }
@@ -175,11 +154,7 @@ TEST_F(Drawing, TintAlphaFadesATexturedSprite) {
     for (const Case& c : cases) {
         Sprite s(yellow);
         s.tintColor[3] = c.alpha;
-        VXSysFrameStart();
-        ObjectList context;
-        context.DrawObject(s, 1, 1);
-        EXPECT_TRUE(TestPixelNear(Centre(), c.want, kTestRounding)) << c.name;
-        VXSysFrameEnd();
+        EXPECT_TRUE(TestPixelNear(Drawn(s, 0), c.want, kTestRounding)) << c.name;
     }
     VXGfxTextureUnload(yellow);
 }
@@ -188,40 +163,23 @@ TEST_F(Drawing, TintAlphaFadesATexturedSprite) {
 // gap closing in 1/120 s (inside the frame) or 1/30 s (too late).
 TEST(Overlap, BoxesAndSweeps) {
     gFrameTime = 1.0f / 60.0f;
-    const VXVec2 still = {0, 0};
-    struct Case {
-        const char* name;
-        BoundingBox a, b;
-        VXVec2 va, vb;
-        bool overlap;
-    } cases[] = {
-        {"shared vertical edge", {0, 0, 1, 1}, {1, 0, 2, 1}, still, still, true},
-        {"shared horizontal edge", {0, 0, 1, 1}, {0, 1, 1, 2}, still, still, true},
-        {"shared corner", {0, 0, 1, 1}, {1, 1, 2, 2}, still, still, true},
-        {"0.001 apart in x", {0, 0, 1, 1}, {1.001f, 0, 2, 1}, still, still, false},
-        {"0.001 apart in y", {0, 0, 1, 1}, {0, -1, 1, -0.001f}, still, still, false},
-        {"one inside the other", {0, 0, 10, 10}, {4, 4, 5, 5}, still, still, true},
-        {"zero-size point on an edge", {0, 0, 1, 1}, {0.5f, 1, 0.5f, 1}, still, still, true},
-        {"gap of 1 closed at 120 units/s", {0, 0, 1, 1}, {2, 0, 3, 1}, still, {-120, 0}, true},
-        {"gap of 1 at 30 units/s: too slow", {0, 0, 1, 1}, {2, 0, 3, 1}, still, {-30, 0}, false},
-        {"a moving the other way", {0, 0, 1, 1}, {2, 0, 3, 1}, {-120, 0}, still, false},
-        {"closing in x but apart in y", {0, 0, 1, 1}, {2, 5, 3, 6}, still, {-120, 0}, false},
-        {"gap of 1.5 below closed at 120 up",
-         {0, 0, 1, 1},
-         {0, -2, 1, -1.5f},
-         still,
-         {0, 120},
-         true},
-        {"gap of 1.5 below at 60 up: too slow",
-         {0, 0, 1, 1},
-         {0, -2, 1, -1.5f},
-         still,
-         {0, 60},
-         false},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(RectsOverlap(c.a, c.va, c.b, c.vb), c.overlap) << c.name;
-    }
+    const VXVec2 still = {0, 0}, left120 = {-120, 0};
+    const BoundingBox unit = {0, 0, 1, 1}, gap1 = {2, 0, 3, 1}, below = {0, -2, 1, -1.5f};
+    auto check = [&](const char* name, BoundingBox a, BoundingBox b, VXVec2 va, VXVec2 vb,
+                     bool overlap) { EXPECT_EQ(RectsOverlap(a, va, b, vb), overlap) << name; };
+    check("shared vertical edge", unit, {1, 0, 2, 1}, still, still, true);
+    check("shared horizontal edge", unit, {0, 1, 1, 2}, still, still, true);
+    check("shared corner", unit, {1, 1, 2, 2}, still, still, true);
+    check("0.001 apart in x", unit, {1.001f, 0, 2, 1}, still, still, false);
+    check("0.001 apart in y", unit, {0, -1, 1, -0.001f}, still, still, false);
+    check("one inside the other", {0, 0, 10, 10}, {4, 4, 5, 5}, still, still, true);
+    check("zero-size point on an edge", unit, {0.5f, 1, 0.5f, 1}, still, still, true);
+    check("gap of 1 closed at 120 units/s", unit, gap1, still, left120, true);
+    check("gap of 1 at 30 units/s: too slow", unit, gap1, still, {-30, 0}, false);
+    check("a moving the other way", unit, gap1, left120, still, false);
+    check("closing in x but apart in y", unit, {2, 5, 3, 6}, still, left120, false);
+    check("gap of 1.5 below closed at 120 up", unit, below, still, {0, 120}, true);
+    check("gap of 1.5 below at 60 up: too slow", unit, below, still, {0, 60}, false);
 }
 
 // The report of a mesh that cannot be built, then exit status 1.
