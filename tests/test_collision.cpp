@@ -126,63 +126,41 @@ TEST(Collision, OverlapTestsCountTouching) {
 TEST(Collision, SweptPointAndCircleAgainstSegment) {
     const float h = std::sqrt(0.5f);
     const VXLineSegment diagonal = {{0, 0}, {10, 10}, {-h, h}, 0}; // y = x, front is up-left
-    struct Case {
-        const char* name;
-        const VXLineSegment* seg;
-        VXVec2 ps, pe;
-        float radius; // < 0: the point test
-        float t;
-        VXVec2 contact;
-    } cases[] = {
-        {"point straight down through the middle", &kFloor, {5, 2}, {5, -2}, -1, 0.5f, {5, 0}},
-        {"point oblique", &kFloor, {0, 4}, {8, -4}, -1, 0.5f, {4, 0}},
-        {"point through end point p0 (inclusive)", &kFloor, {0, 2}, {0, -2}, -1, 0.5f, {0, 0}},
-        {"point through end point p1 (inclusive)", &kFloor, {10, 1}, {10, -1}, -1, 0.5f, {10, 0}},
-        {"point starting on the line", &kFloor, {5, 0}, {5, -3}, -1, 0, {5, 0}},
-        {"point ending on the line", &kFloor, {5, 4}, {5, 0}, -1, 1, {5, 0}},
-        {"point from behind", &kFloor, {5, -1}, {5, 3}, -1, 0.25f, {5, 0}},
-        {"point past the extent", &kFloor, {-1, 2}, {-1, -2}, -1, -1, kUnset},
-        {"point staying in front", &kFloor, {5, 2}, {5, 1}, -1, -1, kUnset},
-        {"point running along the line", &kFloor, {1, 0}, {9, 0}, -1, -1, kUnset},
-        {"point across a sloped segment", &diagonal, {6, 0}, {6, 10}, -1, 0.6f, {6, 6}},
-        {"circle from the front stops a radius short",
-         &kFloor,
-         {5, 3},
-         {5, -3},
-         1,
-         1.0f / 3,
-         {5, 1}},
-        {"circle from behind", &kFloor, {5, -3}, {5, 3}, 1, 1.0f / 3, {5, -1}},
-        {"circle oblique", &kFloor, {0, 4}, {8, -4}, 1, 3.0f / 8, {3, 1}},
-        {"circle already touching reports when it began",
-         &kFloor,
-         {5, 0.5f},
-         {5, -3},
-         1,
-         -1.0f / 7,
-         {5, 1}},
-        {"circle staying more than a radius away", &kFloor, {5, 3}, {5, 1.5f}, 1, -1, kUnset},
-        {"circle whose rim only grazes the end point",
-         &kFloor,
-         {10.5f, 3},
-         {10.5f, -3},
-         1,
-         -1,
-         kUnset},
-        {"circle moving parallel within a radius", &kFloor, {1, 0.5f}, {9, 0.5f}, 1, -1, kUnset},
-    };
-    for (const auto& c : cases) {
+    // radius < 0: the point test.
+    auto check = [](const char* name, const VXLineSegment& seg, VXVec2 ps, VXVec2 pe, float radius,
+                    float t, VXVec2 want) {
         VXVec2 contact = kUnset;
-        float t = c.radius < 0 ? VXAnimatedPointToStaticLineSegment(&c.ps, &c.pe, c.seg, &contact)
-                               : VXAnimatedCircleToStaticLineSegment(&c.ps, &c.pe, c.radius, c.seg,
-                                                                     &contact);
-        EXPECT_NEAR(t, c.t, kTol) << c.name;
-        ExpectVec(c.name, contact, c.contact, 1e-4f);
-    }
+        EXPECT_NEAR(radius < 0
+                        ? VXAnimatedPointToStaticLineSegment(&ps, &pe, &seg, &contact)
+                        : VXAnimatedCircleToStaticLineSegment(&ps, &pe, radius, &seg, &contact),
+                    t, kTol)
+            << name;
+        ExpectVec(name, contact, want, 1e-4f);
+    };
+    check("point straight down through the middle", kFloor, {5, 2}, {5, -2}, -1, 0.5f, {5, 0});
+    check("point oblique", kFloor, {0, 4}, {8, -4}, -1, 0.5f, {4, 0});
+    check("point through end point p0 (inclusive)", kFloor, {0, 2}, {0, -2}, -1, 0.5f, {0, 0});
+    check("point through end point p1 (inclusive)", kFloor, {10, 1}, {10, -1}, -1, 0.5f, {10, 0});
+    check("point starting on the line", kFloor, {5, 0}, {5, -3}, -1, 0, {5, 0});
+    check("point ending on the line", kFloor, {5, 4}, {5, 0}, -1, 1, {5, 0});
+    check("point from behind", kFloor, {5, -1}, {5, 3}, -1, 0.25f, {5, 0});
+    check("point past the extent", kFloor, {-1, 2}, {-1, -2}, -1, -1, kUnset);
+    check("point staying in front", kFloor, {5, 2}, {5, 1}, -1, -1, kUnset);
+    check("point running along the line", kFloor, {1, 0}, {9, 0}, -1, -1, kUnset);
+    check("point across a sloped segment", diagonal, {6, 0}, {6, 10}, -1, 0.6f, {6, 6});
+    check("circle from the front stops a radius short", kFloor, {5, 3}, {5, -3}, 1, 1.0f / 3,
+          {5, 1});
+    check("circle from behind", kFloor, {5, -3}, {5, 3}, 1, 1.0f / 3, {5, -1});
+    check("circle oblique", kFloor, {0, 4}, {8, -4}, 1, 3.0f / 8, {3, 1});
+    check("circle already touching reports when it began", kFloor, {5, 0.5f}, {5, -3}, 1, -1.0f / 7,
+          {5, 1});
+    check("circle staying more than a radius away", kFloor, {5, 3}, {5, 1.5f}, 1, -1, kUnset);
+    check("circle whose rim only grazes the end point", kFloor, {10.5f, 3}, {10.5f, -3}, 1, -1,
+          kUnset);
+    check("circle moving parallel within a radius", kFloor, {1, 0.5f}, {9, 0.5f}, 1, -1, kUnset);
     VXVec2 p = {5, 3}, behind = {20, -2};
     EXPECT_FLOAT_EQ(VXStaticPointToStaticLineSegment(&p, &kFloor), 3);
-    EXPECT_FLOAT_EQ(VXStaticPointToStaticLineSegment(&behind, &kFloor),
-                    -2); // the line, not the segment
+    EXPECT_FLOAT_EQ(VXStaticPointToStaticLineSegment(&behind, &kFloor), -2); // the line
 }
 
 TEST(Collision, ReflectionOnSegmentHasTheRemainingLength) {
