@@ -90,13 +90,8 @@ TEST_F(Text, GlyphsSitOnTheRasterPositionInTheRequestedColour) {
     VXGfxPrint(font, "HH", 0, 0, 1, 1, 1);
     float one = Read().maxX;
     VXGfxPrint(font, "HHHH", 0, 0, 1, 1, 1);
-    float two = Read().maxX;
-    EXPECT_NEAR(two, 2 * one, 8);
-    VXGfxDestroyFont(font);
-}
-
-TEST_F(Text, OffScreenStartShowsTheVisiblePart) {
-    unsigned font = VXGfxCreateFont("DejaVu Sans", 40, true, false);
+    EXPECT_NEAR(Read().maxX, 2 * one, 8);
+    // A text that starts off-screen shows its visible part.
     VXGfxPrint(font, "HHHHHHHH", -450, 0, 1, 1, 1);
     Ink ink = Read();
     EXPECT_GT(ink.count, 200);
@@ -129,34 +124,25 @@ TEST_F(Text, SkipRuleBoundaries) {
     // reaches left of its origin, 'p' hangs below its baseline.
     unsigned font = VXGfxCreateFont("DejaVu Sans", 900, false, false);
     ASSERT_NE(font, 0u);
-    struct Case {
-        const char* name;
-        const char* text;
-        int x, y;
-        bool drawn;
-    } cases[] = {
-        {"x at the left limit (-1199)", "HH", -1199, 0, true},
-        {"x one past the left limit", "HH", -1200, 0, false},
-        {"y at the lower limit (-899)", "H", 0, -899, true},
-        {"y one past the lower limit", "H", 0, -900, false},
-        {"x at the right limit (399)", "j", 399, 0, true},
-        {"x one past the right limit", "j", 400, 0, false},
-        {"y at the upper limit (299)", "p", -200, 299, true},
-        {"y one past the upper limit", "p", -200, 300, false},
+    auto check = [&](const char* name, const char* text, int x, int y, bool drawn) {
+        VXGfxPrint(font, text, x, y, 1, 1, 1);
+        const int count = Read().count;
+        EXPECT_EQ(count > 0, drawn) << name << ": " << count << " pixels";
     };
-    for (const auto& c : cases) {
-        VXGfxPrint(font, c.text, c.x, c.y, 1, 1, 1);
-        Ink ink = Read();
-        EXPECT_EQ(ink.count > 0, c.drawn) << c.name << ": " << ink.count << " pixels";
-    }
+    check("x at the left limit (-1199)", "HH", -1199, 0, true);
+    check("x one past the left limit", "HH", -1200, 0, false);
+    check("y at the lower limit (-899)", "H", 0, -899, true);
+    check("y one past the lower limit", "H", 0, -900, false);
+    check("x at the right limit (399)", "j", 399, 0, true);
+    check("x one past the right limit", "j", 400, 0, false);
+    check("y at the upper limit (299)", "p", -200, 299, true);
+    check("y one past the upper limit", "p", -200, 300, false);
     // The skip rule follows the camera.
     VXGfxSetCamPosition(1000, 0);
     VXGfxSetRenderMode(VX_GFX_RENDER_NONE);
     VXGfxSetRenderMode(VX_GFX_RENDER_COLOR);
-    VXGfxPrint(font, "HH", -199, 0, 1, 1, 1);
-    EXPECT_GT(Read().count, 0) << "x = camera - 1199";
-    VXGfxPrint(font, "HH", -200, 0, 1, 1, 1);
-    EXPECT_EQ(Read().count, 0) << "x = camera - 1200";
+    check("x = camera - 1199", "HH", -199, 0, true);
+    check("x = camera - 1200", "HH", -200, 0, false);
     VXGfxSetCamPosition(0, 0);
     VXGfxDestroyFont(font);
 }
@@ -174,12 +160,11 @@ TEST_F(Text, PrintingLeavesTheRendererAsItWas) {
     VXGfxMeshDraw(square, VX_GFX_DRAW_TRIANGLES);
     int w = 0, h = 0;
     std::vector<unsigned char> rgba = TestReadFrame(w, h);
-    TestRgba inside = TestPixelAtWorld(rgba, w, h, 150, 0);
-    EXPECT_TRUE(TestPixelNear(inside, {255, 255, 255, 0}, kTestTwoRoundings));
-    EXPECT_TRUE(
-        TestPixelNear(TestPixelAtWorld(rgba, w, h, 205, 0), {0, 0, 0, 0}, kTestTwoRoundings));
-    EXPECT_TRUE(
-        TestPixelNear(TestPixelAtWorld(rgba, w, h, 95, 0), {0, 0, 0, 0}, kTestTwoRoundings));
+    for (float x : {95.0f, 150.0f, 205.0f})
+        EXPECT_TRUE(TestPixelNear(TestPixelAtWorld(rgba, w, h, x, 0),
+                                  x == 150 ? TestRgba{255, 255, 255, 0} : TestRgba{0, 0, 0, 0},
+                                  kTestTwoRoundings))
+            << "x = " << x;
     GLint viewport[4];
     glGetIntegerv(GL_VIEWPORT, viewport);
     EXPECT_EQ(viewport[0], 0);
@@ -189,25 +174,19 @@ TEST_F(Text, PrintingLeavesTheRendererAsItWas) {
 }
 
 TEST_F(Text, FontsFallBackAndFreeTheirLists) {
-    struct Case {
-        const char* name;
-        const char* face;
-        bool bold, italic;
-    } cases[] = {
-        {"face not installed", "No Such Face Anywhere", false, false},
-        {"metric-compatible name", "Arial", true, false},
-        {"italic", "DejaVu Sans", false, true},
-        {"null face", nullptr, true, true},
-    };
-    for (const auto& c : cases) {
-        unsigned font = VXGfxCreateFont(c.face, 30, c.bold, c.italic);
-        ASSERT_NE(font, 0u) << c.name;
-        EXPECT_TRUE(glIsList(font) && glIsList(font + 95)) << c.name;
+    auto check = [&](const char* name, const char* face, bool bold, bool italic) {
+        unsigned font = VXGfxCreateFont(face, 30, bold, italic);
+        ASSERT_NE(font, 0u) << name;
+        EXPECT_TRUE(glIsList(font) && glIsList(font + 95)) << name;
         VXGfxPrint(font, "Ag", 0, 0, 1, 1, 1);
-        EXPECT_GT(Read().count, 50) << c.name;
+        EXPECT_GT(Read().count, 50) << name;
         VXGfxDestroyFont(font);
-        EXPECT_FALSE(glIsList(font)) << c.name;
-    }
+        EXPECT_FALSE(glIsList(font)) << name;
+    };
+    check("face not installed", "No Such Face Anywhere", false, false);
+    check("metric-compatible name", "Arial", true, false);
+    check("italic", "DejaVu Sans", false, true);
+    check("null face", nullptr, true, true);
     VXGfxPrint(0, "no font", 0, 0, 1, 1, 1); // draws nothing, no error
     VXGfxPrint(0, nullptr, 0, 0, 1, 1, 1);
     EXPECT_EQ(Read().count, 0);
