@@ -5,6 +5,7 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -16,6 +17,40 @@
 #include "VXSystem.h"
 
 namespace {
+
+// Moving the real pointer would disturb every other test's window on a
+// shared display: such a test runs itself again in a child on a display of
+// its own, and goes on only there.
+bool OnOwnDisplay() {
+    if (std::getenv("QUARROW_OWN_DISPLAY")) return true;
+    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    std::string output;
+    const int status = TestRunThisProgram(std::string("Input.") + test->name(),
+                                          "QUARROW_OWN_DISPLAY=1", output, true);
+    EXPECT_EQ(status, 0) << output;
+    EXPECT_NE(output.find("[  PASSED  ] 1 test"), std::string::npos) << output;
+    return false;
+}
+
+// One frame as the menu's loading screen runs it: the frame bracket alone,
+// with no input sample between two frames.
+void BareFrame() {
+    VXSysFrameStart();
+    VXSysFrameEnd();
+}
+
+SDL_Event KeyEvent(SDL_Keycode key, bool down, bool repeat = false, Uint16 mod = KMOD_NONE) {
+    SDL_Event e{};
+    e.type = down ? SDL_KEYDOWN : SDL_KEYUP;
+    e.key.keysym.sym = key;
+    e.key.keysym.mod = mod;
+    e.key.repeat = repeat;
+    return e;
+}
+
+void Push(SDL_Event e) {
+    SDL_PushEvent(&e);
+}
 
 class Input : public ::testing::Test {
   protected:
@@ -34,25 +69,18 @@ class Input : public ::testing::Test {
 TEST_F(Input, AHeldKeyIsTriggeredOnceAndReleasedOnce) {
     const unsigned char keys[] = {VX_KEY_LBUTTON, VX_KEY_RBUTTON, VX_KEY_ESCAPE, VX_KEY_SPACE, 'Q'};
     for (unsigned char key : keys) {
-        int triggered = 0, released = 0, down = 0;
+        std::vector<int> triggered, released;
+        int down = 0;
         for (int frame = 0; frame < 12; ++frame) {
             if (frame == 2) VXSeamInjectKey(key, true);
             if (frame == 8) VXSeamInjectKey(key, false);
             NextFrame();
-            bool t = VXInputCheckTriggered(key), r = VXInputCheckReleased(key);
-            EXPECT_FALSE(t && r) << "key " << int(key) << " frame " << frame;
-            triggered += t;
-            released += r;
+            if (VXInputCheckTriggered(key)) triggered.push_back(frame);
+            if (VXInputCheckReleased(key)) released.push_back(frame);
             down += VXInputCheckCurr(key);
-            if (t) {
-                EXPECT_EQ(frame, 2) << "key " << int(key);
-            }
-            if (r) {
-                EXPECT_EQ(frame, 8) << "key " << int(key);
-            }
         }
-        EXPECT_EQ(triggered, 1) << "key " << int(key);
-        EXPECT_EQ(released, 1) << "key " << int(key);
+        EXPECT_EQ(triggered, std::vector<int>{2}) << "key " << int(key);
+        EXPECT_EQ(released, std::vector<int>{8}) << "key " << int(key);
         EXPECT_EQ(down, 6) << "key " << int(key);
     }
 }
@@ -90,14 +118,10 @@ TEST_F(Input, PlatformKeysAndButtonsLandOnTheirVirtualKeys) {
                 {SDLK_RSHIFT, 16},   {SDLK_LCTRL, 17},  {SDLK_RCTRL, 17},    {SDLK_LALT, 18},
                 {SDLK_RALT, 18},     {SDLK_F1, 112},    {SDLK_F12, 123}};
     for (const Case& c : keys) {
-        SDL_Event e{};
-        e.type = SDL_KEYDOWN;
-        e.key.keysym.sym = c.key;
-        SDL_PushEvent(&e);
+        Push(KeyEvent(c.key, true));
         NextFrame();
         EXPECT_TRUE(VXInputCheckTriggered(c.vk)) << SDL_GetKeyName(c.key);
-        e.type = SDL_KEYUP;
-        SDL_PushEvent(&e);
+        Push(KeyEvent(c.key, false));
         NextFrame();
         EXPECT_TRUE(VXInputCheckReleased(c.vk)) << SDL_GetKeyName(c.key);
         int down = 0;
@@ -157,28 +181,13 @@ TEST_F(Input, FullScreenMapsScreenPixelsBackOntoTheLogicalWindow) {
         e.type = SDL_MOUSEMOTION;
         e.motion.x = c.screenX;
         e.motion.y = c.screenY;
-        SDL_PushEvent(&e);
+        Push(e);
         NextFrame();
         int x, y;
         VXInputGetCursorPosition(&x, &y);
         EXPECT_EQ(x, c.x) << "screen " << c.screenX << "," << c.screenY;
         EXPECT_EQ(y, c.y) << "screen " << c.screenX << "," << c.screenY;
     }
-    // A scale of exactly 2 (a 1600 x 1200 screen): its centre is the window's centre.
-    gVXWinScaleX = gVXWinScaleY = 2.0f;
-    gVXInputCursorX = 800;
-    gVXInputCursorY = 600;
-    int x, y;
-    VXInputGetCursorPosition(&x, &y);
-    EXPECT_EQ(x, 400);
-    EXPECT_EQ(y, 300);
-    VXToogleFullScreen(false);
-    EXPECT_EQ(gVXWinScaleX, 1.0f);
-    EXPECT_EQ(gVXWinScaleY, 1.0f);
-    int w = 0, h = 0;
-    SDL_GetWindowSize((SDL_Window*)VXSysGetWindowHandle(), &w, &h);
-    EXPECT_EQ(w, 800);
-    EXPECT_EQ(h, 600);
 }
 
 // The one table of key names (scripts and tools): every name the driver's
@@ -205,17 +214,9 @@ TEST(KeyNames, NamesMapToTheirVirtualKeys) {
 
 // The system pointer is followed wherever it goes, as the desktop reports
 // it: outside the client area the reading is negative or beyond 799 x 599,
-// unclamped. Moving the real pointer would disturb every other test's window
-// on a shared display, so this runs in a child on a display of its own.
+// unclamped.
 TEST_F(Input, TheSystemPointerIsFollowedOutsideTheWindow) {
-    if (!std::getenv("QUARROW_OWN_DISPLAY")) {
-        std::string output;
-        const int status = TestRunThisProgram("Input.TheSystemPointerIsFollowedOutsideTheWindow",
-                                              "QUARROW_OWN_DISPLAY=1", output, true);
-        EXPECT_EQ(status, 0) << output;
-        EXPECT_NE(output.find("[  PASSED  ] 1 test"), std::string::npos) << output;
-        return;
-    }
+    if (!OnOwnDisplay()) return;
     // The window's client area is centred on the 1280 x 1024 screen.
     const int left = 1280 / 2 - 800 / 2, top = 1024 / 2 - 600 / 2;
     struct Case {
@@ -255,71 +256,36 @@ TEST_F(Input, TheSystemPointerIsFollowedOutsideTheWindow) {
     EXPECT_EQ(y, 6);
 }
 
-// One frame as the menu's loading screen runs it: the frame bracket alone,
-// with no input sample between two frames.
-void BareFrame() {
-    VXSysFrameStart();
-    VXSysFrameEnd();
-}
-
-SDL_Event KeyEvent(SDL_Keycode key, bool down, bool repeat = false, Uint16 mod = KMOD_NONE) {
-    SDL_Event e{};
-    e.type = down ? SDL_KEYDOWN : SDL_KEYUP;
-    e.key.keysym.sym = key;
-    e.key.keysym.mod = mod;
-    e.key.repeat = repeat;
-    return e;
-}
-
 TEST_F(Input, F11AndAltEnterSwitchTheScreenModeAtTheFrameEnd) {
-    struct Case {
-        const char* name;
-        std::vector<SDL_Event> events; // all arrive within one frame
-        bool switches;
-    } cases[] = {
-        {"F11", {KeyEvent(SDLK_F11, true)}, true},
-        {"F11 held down: a repeat", {KeyEvent(SDLK_F11, true, true)}, false},
-        {"left Alt, Enter", {KeyEvent(SDLK_LALT, true), KeyEvent(SDLK_RETURN, true)}, true},
-        {"right Alt, keypad Enter",
-         {KeyEvent(SDLK_RALT, true), KeyEvent(SDLK_KP_ENTER, true)},
-         true},
-        {"Enter alone", {KeyEvent(SDLK_RETURN, true)}, false},
-        {"Alt released before Enter",
-         {KeyEvent(SDLK_LALT, true), KeyEvent(SDLK_LALT, false), KeyEvent(SDLK_RETURN, true)},
-         false},
-        {"Enter with Alt held since before the window had focus",
-         {KeyEvent(SDLK_RETURN, true, false, KMOD_LALT)},
-         true},
-        {"F11 twice in one frame",
-         {KeyEvent(SDLK_F11, true), KeyEvent(SDLK_F11, false), KeyEvent(SDLK_F11, true)},
-         false},
-    };
-    for (const Case& c : cases) {
+    // The events all arrive within one frame.
+    auto check = [](const char* name, std::initializer_list<SDL_Event> events, bool switches) {
         const bool before = gVXFullScreen;
-        for (SDL_Event e : c.events) SDL_PushEvent(&e);
+        for (SDL_Event e : events) Push(e);
         BareFrame();
-        EXPECT_EQ(gVXFullScreen, before != c.switches) << c.name;
+        EXPECT_EQ(gVXFullScreen, before != switches) << name;
         // Letting go of every key switches nothing.
-        for (SDL_Keycode key : {SDLK_F11, SDLK_LALT, SDLK_RALT, SDLK_RETURN, SDLK_KP_ENTER}) {
-            SDL_Event up = KeyEvent(key, false);
-            SDL_PushEvent(&up);
-        }
+        for (SDL_Keycode key : {SDLK_F11, SDLK_LALT, SDLK_RALT, SDLK_RETURN, SDLK_KP_ENTER})
+            Push(KeyEvent(key, false));
         BareFrame();
-        EXPECT_EQ(gVXFullScreen, before != c.switches) << c.name << ", keys let go";
-    }
+        EXPECT_EQ(gVXFullScreen, before != switches) << name << ", keys let go";
+    };
+    check("F11", {KeyEvent(SDLK_F11, true)}, true);
+    check("F11 held down: a repeat", {KeyEvent(SDLK_F11, true, true)}, false);
+    check("left Alt, Enter", {KeyEvent(SDLK_LALT, true), KeyEvent(SDLK_RETURN, true)}, true);
+    check("right Alt, keypad Enter", {KeyEvent(SDLK_RALT, true), KeyEvent(SDLK_KP_ENTER, true)},
+          true);
+    check("Enter alone", {KeyEvent(SDLK_RETURN, true)}, false);
+    check("Alt released before Enter",
+          {KeyEvent(SDLK_LALT, true), KeyEvent(SDLK_LALT, false), KeyEvent(SDLK_RETURN, true)},
+          false);
+    check("Enter with Alt held since before the window had focus",
+          {KeyEvent(SDLK_RETURN, true, false, KMOD_LALT)}, true);
+    check("F11 twice in one frame",
+          {KeyEvent(SDLK_F11, true), KeyEvent(SDLK_F11, false), KeyEvent(SDLK_F11, true)}, false);
 }
 
 TEST_F(Input, TheSwitchBringsTheScaleTheWindowAndThePointerAlong) {
-    // The real pointer is moved: on a display of its own (see above).
-    if (!std::getenv("QUARROW_OWN_DISPLAY")) {
-        std::string output;
-        const int status =
-            TestRunThisProgram("Input.TheSwitchBringsTheScaleTheWindowAndThePointerAlong",
-                               "QUARROW_OWN_DISPLAY=1", output, true);
-        EXPECT_EQ(status, 0) << output;
-        EXPECT_NE(output.find("[  PASSED  ] 1 test"), std::string::npos) << output;
-        return;
-    }
+    if (!OnOwnDisplay()) return;
     // The test screen is 1280 x 1024; the 800 x 600 window sits centred at
     // (240, 212). The pointer stands still at screen pixel (1000, 800).
     SDL_Window* window = (SDL_Window*)VXSysGetWindowHandle();
@@ -339,11 +305,9 @@ TEST_F(Input, TheSwitchBringsTheScaleTheWindowAndThePointerAlong) {
         {true, 1.6f, 1024.0f / 600.0f, 0, 0, 1280, 1024, 625, 468},
     };
     for (const Step& step : steps) {
-        SDL_Event f11 = KeyEvent(SDLK_F11, true);
-        SDL_PushEvent(&f11);
+        Push(KeyEvent(SDLK_F11, true));
         BareFrame();
-        f11.type = SDL_KEYUP;
-        SDL_PushEvent(&f11);
+        Push(KeyEvent(SDLK_F11, false));
         BareFrame();
         VXInputUpdate();
         const char* mode = step.fullScreen ? "full screen" : "window";
@@ -353,10 +317,9 @@ TEST_F(Input, TheSwitchBringsTheScaleTheWindowAndThePointerAlong) {
         int x, y, w, h;
         SDL_GetWindowPosition(window, &x, &y);
         SDL_GetWindowSize(window, &w, &h);
-        EXPECT_EQ(x, step.x) << mode;
-        EXPECT_EQ(y, step.y) << mode;
-        EXPECT_EQ(w, step.w) << mode;
-        EXPECT_EQ(h, step.h) << mode;
+        EXPECT_EQ((std::array<int, 4>{x, y, w, h}),
+                  (std::array<int, 4>{step.x, step.y, step.w, step.h}))
+            << mode << ": the window's place and size on the screen";
         VXInputGetCursorPosition(&x, &y);
         EXPECT_EQ(x, step.cursorX) << mode << ": the cursor under the pointer";
         EXPECT_EQ(y, step.cursorY) << mode << ": the cursor under the pointer";
