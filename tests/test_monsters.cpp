@@ -1,9 +1,8 @@
 // Monsters frame by frame: a goblin's walk to the crystal on level 1's
-// board, blink and low-health pulse timing, mirroring, the
-// fall-back walk of a walled-in monster and the wraith's teleport tile.
+// board, blink and low-health pulse timing, mirroring, the fall-back walk
+// of a walled-in monster, and the wraith's flight and teleport.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <memory>
 #include <string>
 #include <vector>
@@ -27,13 +26,13 @@ class Monsters : public ::testing::Test {
         TestEngineStop();
     }
     // The level's board as it stands during play: hover boxes set, crystal tile taken.
-    void Board(int layout) {
+    static void Board(int layout) {
         BuildBoard(layout);
         for (auto& t : tileList) t->SetHoverBox();
         tileList[55]->moveCost = 1;
     }
     // A monster released on a tile, as the spawner does it.
-    template <class Kind> Kind* Release(int tile, int tier) {
+    template <class Kind> static Kind* Release(int tile, int tier) {
         auto m = std::make_unique<Kind>();
         m->posX = tileList[tile]->posX;
         m->posY = tileList[tile]->posY;
@@ -44,16 +43,19 @@ class Monsters : public ::testing::Test {
         gWaveSpawner.monsterList.push_back(std::move(m));
         return raw;
     }
+    static Monster* Release(bool boss) {
+        if (boss) return Release<GoblinKing>(5, 2);
+        return Release<Goblin>(5, 1);
+    }
 };
 
 } // namespace
 
 // From tile 5 straight down the middle of the diamond; the crystal's box is
-// ±1.5 around (50, -50) and the goblin's ±10, so the first strike comes when
-// its centre is 11.5 from the crystal's. A float32 simulation of the walk
-// (0.25 units a frame towards the next cell's centre, the cell switching
-// to the lower row as soon as the goblin's box touches that row's tile box)
-// gives the strike in frame 992.
+// ±1.5 around (50, -50) and the goblin's ±10. A float32 simulation of the
+// walk (0.25 units a frame towards the next cell's centre, the cell
+// switching to the lower row as soon as the goblin's box touches that
+// row's tile box) gives the first strike in frame 992.
 TEST_F(Monsters, GoblinWalksDownTheMiddleToTheCrystal) {
     Board(3);
     Crystal crystal;
@@ -69,8 +71,7 @@ TEST_F(Monsters, GoblinWalksDownTheMiddleToTheCrystal) {
         if (cells.empty() || cells.back() != cell) cells.push_back(cell);
         if (crystal.health < 100) firstStrike = frame;
     }
-    const std::vector<std::string> expected = {"0,5", "1,5", "2,5", "3,5", "4,5", "5,5"};
-    EXPECT_EQ(cells, expected);
+    EXPECT_EQ(cells, (std::vector<std::string>{"0,5", "1,5", "2,5", "3,5", "4,5", "5,5"}));
     EXPECT_EQ(firstStrike, 992);
     EXPECT_EQ(crystal.health, 95);
     EXPECT_TRUE(goblin->isAttacking);
@@ -93,14 +94,13 @@ TEST_F(Monsters, BlinkStartsAndTiming) {
         {"no change", false, 4, 4, false},
     };
     for (const Case& c : cases) {
-        Monster* m = c.boss ? (Monster*)Release<GoblinKing>(5, 2) : Release<Goblin>(5, 1);
+        Monster* m = Release(c.boss);
         m->lastHealth = c.lastHealth;
         m->health = c.health;
         m->maxHealth = c.boss ? 30 : 5;
         m->Update(tileList, 3);
         EXPECT_EQ(m->isBlinking, c.blinks) << c.name;
         if (!c.blinks) continue;
-        // Alpha after the first frame is 0.9; the first fade ends on frame 10.
         EXPECT_NEAR(m->tintColor[3], 0.9f, 1e-6) << c.name;
         int frame = 1;
         for (; m->blinkCount == 0; ++frame) m->Update(tileList, 3);
@@ -128,14 +128,11 @@ TEST_F(Monsters, LowHealthPulse) {
         {"boss at 15 of 30", true, 15, false},
     };
     for (const Case& c : cases) {
-        Monster* m = c.boss ? (Monster*)Release<GoblinKing>(5, 2) : Release<Goblin>(5, 1);
+        Monster* m = Release(c.boss);
         m->health = c.health;
         m->Update(tileList, 3);
-        if (!c.pulses) {
-            EXPECT_FLOAT_EQ(m->tintColor[1], 1.0f) << c.name;
-            continue;
-        }
-        EXPECT_FLOAT_EQ(m->tintColor[1], 0.5f) << c.name;
+        EXPECT_FLOAT_EQ(m->tintColor[1], c.pulses ? 0.5f : 1.0f) << c.name;
+        if (!c.pulses) continue;
         EXPECT_FLOAT_EQ(m->tintColor[2], 0.5f) << c.name;
         int frames = 0;
         do {
@@ -188,11 +185,7 @@ TEST_F(Monsters, WalledInMonsterFallsBackToTheCrystal) {
     g->Update(tileList, 3);
     EXPECT_EQ(g->stuckCount, 120);
     EXPECT_LT(g->posY, 199.8f) << "the 120th frame heads down to the crystal";
-    int frame = 120;
-    while (g->stuckCount != 0 && frame < 600) {
-        g->Update(tileList, 3);
-        ++frame;
-    }
+    for (int frame = 120; g->stuckCount != 0 && frame < 600; ++frame) g->Update(tileList, 3);
     EXPECT_EQ(g->stuckCount, 0);
     EXPECT_GE((int)g->cellRow, 1) << "it found a way once off its walled-in cell";
 }
@@ -225,21 +218,19 @@ TEST_F(Monsters, WraithTeleportTile) {
 }
 
 // Released on tile 10 (off layout 4), the wraith flies straight at the
-// crystal 1.5 units a frame and strikes it on arrival.
+// crystal 1.5 units a frame: from (-250, 150) to (50, -50), 360.6 units;
+// the tile's ±24 box catches it (and it snaps to the centre) in frame 222,
+// and the crystal meets its box, taken before the move, in frame 223 (a
+// float32 simulation of the flight).
 TEST_F(Monsters, WraithFliesInFromOffTheBoard) {
     Board(4);
     Crystal crystal;
     crystal.SetPosition(50.0f, -50.0f);
     WraithBoss* w = Release<WraithBoss>(10, 2);
-    // From (-250, 150) to (50, -50): 360.6 units at 1.5 a frame; the tile's
-    // ±24 box catches it (and it snaps to the centre) in frame 222, and the
-    // crystal meets its box, taken before the move, in frame 223 (a float32
-    // simulation of the flight).
     int frame = 0;
-    while (crystal.health == 100 && frame < 400) {
+    for (; crystal.health == 100 && frame < 400; ++frame) {
         w->Update(tileList, 4);
         crystal.Update();
-        ++frame;
     }
     EXPECT_EQ(frame, 223);
     EXPECT_EQ(crystal.health, 90) << "a boss strikes for 10";

@@ -1,11 +1,10 @@
-// The wave spawner: release frames and kinds per wave, the timer carried
-// over between waves, spawn tiles for given random numbers (the game's
-// random sequence seeded with VXSeedRand, its values read back
+// The wave spawner: release and done frames and kinds per wave, the timer
+// carried over between waves, spawn tiles for given random numbers (the
+// game's sequence seeded with VXSeedRand, its values read back
 // independently), and the removal of dead monsters.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <string>
 #include <typeinfo>
 #include <vector>
@@ -28,61 +27,41 @@ namespace {
 
 class Spawner : public ::testing::Test {
   protected:
-    void SetUp() override {
-        TestEngineStart();
-        gWaveSpawner.Clear();
-        gWaveSpawner.spawnTimer = 0.0f;
-    }
+    void SetUp() override { TestEngineStart(); }
     void TearDown() override {
         gWaveSpawner.Clear();
         FreeBoard();
         TestEngineStop();
     }
-    void Start(int level, unsigned wave) {
+    // A fresh spawner and board, the timer at 0.
+    static void Start(int level, unsigned wave) {
+        gWaveSpawner.Clear();
+        gWaveSpawner.spawnTimer = 0.0f;
         FreeBoard();
         BuildBoard(BoardLayoutForLevel(level));
         gCurrentLevel = level;
         gWaveNumber = wave;
         gWaveSpawner.SetupWave();
     }
-    // Runs updates until n monsters have been released (or the limit); the
-    // update numbers (1-based) of the releases.
-    std::vector<int> RunReleases(size_t n, int limit) {
-        std::vector<int> at;
-        for (int u = 1; u <= limit && at.size() < n; ++u) {
-            const size_t before = gWaveSpawner.monsterList.size();
-            gWaveSpawner.Update();
-            if (gWaveSpawner.monsterList.size() > before) at.push_back(u);
-        }
-        return at;
-    }
-    int TileOf(const Monster& m) {
+    static int TileOf(const Monster& m) {
         for (const auto& t : tileList)
             if (t->posX == m.posX && t->posY == m.posY) return t->tileIndex;
         return -1;
     }
 };
 
-// The first values of the game's sequence for a seed, as a percentage
-// 0..100 in exact integer arithmetic.
-std::vector<int> Percentages(unsigned seed, int count) {
-    VXSeedRand(seed);
-    std::vector<int> r;
-    for (int i = 0; i < count; ++i) r.push_back(VXRand() * 100 / 32767);
-    return r;
-}
-
 } // namespace
 
-// One release every 300 updates from a timer at 0; kind, tier and tile per
-// level and wave, for all eighteen waves of the game.
-TEST_F(Spawner, WaveContentsAndReleaseFrames) {
+// One release every 300 updates from a timer at 0; isDone is set by the
+// check at the start of the update after the last release (at once for the
+// tutorial's empty third wave). Kind, tier and tile for all eighteen waves.
+TEST_F(Spawner, WaveContentsReleaseAndDoneFrames) {
     const std::vector<int> tutorial = {5}, level2 = {5, 90, 99}, level3 = {1, 9, 90, 99},
                            level6 = {3, 7, 50, 59, 92, 97}, boss = {5}, wraith = {10};
     struct Case {
         int level;
         unsigned wave;
-        size_t count;
+        int count;
         const std::type_info& kind;
         int tier;
         const std::vector<int>& tiles; // where a release may stand
@@ -100,14 +79,18 @@ TEST_F(Spawner, WaveContentsAndReleaseFrames) {
     for (const Case& c : cases) {
         const std::string name =
             "level " + std::to_string(c.level) + " wave " + std::to_string(c.wave);
-        gWaveSpawner.Clear();
-        gWaveSpawner.spawnTimer = 0.0f;
         Start(c.level, c.wave);
-        std::vector<int> at = RunReleases(c.count + 1, 300 * (int)c.count + 600);
-        std::vector<int> want;
-        for (size_t i = 1; i <= c.count; ++i) want.push_back(300 * (int)i);
+        std::vector<int> at, want;
+        int done = 0;
+        for (int u = 1; u <= 300 * c.count + 600; ++u) {
+            const size_t before = gWaveSpawner.monsterList.size();
+            gWaveSpawner.Update();
+            if (gWaveSpawner.monsterList.size() > before) at.push_back(u);
+            if (gWaveSpawner.isDone && !done) done = u;
+        }
+        for (int i = 1; i <= c.count; ++i) want.push_back(300 * i);
         EXPECT_EQ(at, want) << name;
-        EXPECT_TRUE(gWaveSpawner.isDone) << name;
+        EXPECT_EQ(done, 300 * c.count + 1) << name;
         for (const auto& m : gWaveSpawner.monsterList) {
             EXPECT_EQ(typeid(*m), c.kind) << name;
             EXPECT_EQ(m->tier, c.tier) << name;
@@ -117,24 +100,6 @@ TEST_F(Spawner, WaveContentsAndReleaseFrames) {
                 << name << ": released on tile " << TileOf(*m);
         }
     }
-}
-
-// isDone is set by the done check at the start of the update after the
-// last release; the tutorial's third wave is done at once.
-TEST_F(Spawner, DoneFlag) {
-    Start(1, 1);
-    for (int u = 1; u <= 900; ++u) gWaveSpawner.Update();
-    EXPECT_EQ(gWaveSpawner.monsterList.size(), 3u);
-    EXPECT_FALSE(gWaveSpawner.isDone) << "the third release happens on update 900";
-    gWaveSpawner.Update();
-    EXPECT_TRUE(gWaveSpawner.isDone);
-
-    gWaveSpawner.Clear();
-    Start(1, 3);
-    EXPECT_FALSE(gWaveSpawner.isDone);
-    gWaveSpawner.Update();
-    EXPECT_TRUE(gWaveSpawner.isDone);
-    EXPECT_TRUE(gWaveSpawner.monsterList.empty());
 }
 
 // The timer is reset only by a release: a pause of 500 updates between
@@ -147,9 +112,9 @@ TEST_F(Spawner, TimerCarriesOverBetweenWaves) {
     gWaveNumber = 2;
     gWaveSpawner.SetupWave();
     EXPECT_FLOAT_EQ(gWaveSpawner.spawnTimer, 500.0f) << "SetupWave leaves the timer";
+    EXPECT_FALSE(gWaveSpawner.isDone) << "a new wave is not done";
     gWaveSpawner.Update();
     EXPECT_EQ(gWaveSpawner.monsterList.size(), 4u) << "first release of wave 2 at once";
-
     FreeBoard();
     gWaveSpawner.Update();
     EXPECT_FLOAT_EQ(gWaveSpawner.spawnTimer, 0.0f) << "no board, no counting";
@@ -174,65 +139,48 @@ TEST(SpawnTiles, BandsPerLevel) {
 
 // Levels 2, 3 and 5 draw once per release; levels 4 and 6 draw on every
 // update while regular monsters remain, so release k (on update 300 k)
-// uses the (300 k)th value of the sequence.
+// uses the (300 k)th value of the sequence. Seed 4002 makes the first draw
+// 13107, and 13107 / 32767 x 100 = 40.0006 gives r = 40, the first r of
+// tile 90 in level 2 (a draw scaled by anything short of 100 gives tile 5).
 TEST_F(Spawner, RandomTilesFollowTheSequence) {
-    struct Case {
-        const char* name;
-        int level;
-        bool drawsEveryUpdate;
-    } cases[] = {
-        {"level 2 (the sequence itself)", 2, false},
-        {"level 3", 3, false},
-        {"level 4", 4, true},
-        {"level 5", 5, false},
-        {"level 6", 6, true},
-    };
-    for (const Case& c : cases) {
-        for (unsigned seed : {1u, 7u, 2026u}) {
-            const std::vector<int> r = Percentages(seed, 1200);
-            gWaveSpawner.Clear();
-            gWaveSpawner.spawnTimer = 0.0f;
-            Start(c.level, 1);
+    for (int level : {2, 3, 4, 5, 6}) {
+        const bool drawsEveryUpdate = level == 4 || level == 6;
+        for (unsigned seed : {1u, 7u, 2026u, 4002u}) {
             VXSeedRand(seed);
-            RunReleases(3, 900);
-            ASSERT_EQ(gWaveSpawner.monsterList.size(), 3u) << c.name;
+            std::vector<int> r;
+            for (int i = 0; i < 900; ++i) r.push_back(VXRand() * 100 / 32767);
+            Start(level, 1);
+            VXSeedRand(seed);
+            for (int u = 1; u <= 900; ++u) gWaveSpawner.Update();
+            ASSERT_EQ(gWaveSpawner.monsterList.size(), 3u) << "level " << level;
             for (int k = 0; k < 3; ++k) {
-                const int draw = c.drawsEveryUpdate ? 300 * (k + 1) - 1 : k;
+                const int draw = drawsEveryUpdate ? 300 * (k + 1) - 1 : k;
                 EXPECT_EQ(TileOf(*gWaveSpawner.monsterList[k]),
-                          WaveRegularSpawnTile(c.level, r[draw]))
-                    << c.name << ", seed " << seed << ", release " << k;
+                          WaveRegularSpawnTile(level, r[draw]))
+                    << "level " << level << ", seed " << seed << ", release " << k;
             }
         }
     }
-}
-
-// The draw at a band's edge: seed 4002 makes the first draw 13107, and
-// 13107 / 32767 x 100 = 40.0006 gives r = 40, the first r of tile 90 in
-// level 2 (a draw scaled by anything short of 100 would give 39, tile 5).
-TEST_F(Spawner, ADrawOnABandEdgeTakesTheUpperBand) {
     Start(2, 1);
     VXSeedRand(4002);
-    RunReleases(1, 300);
-    ASSERT_EQ(gWaveSpawner.monsterList.size(), 1u);
-    EXPECT_EQ(TileOf(*gWaveSpawner.monsterList[0]), 90);
+    for (int u = 1; u <= 300; ++u) gWaveSpawner.Update();
+    EXPECT_EQ(TileOf(*gWaveSpawner.monsterList.at(0)), 90) << "seed 4002, level 2";
 }
 
 // Every dead monster goes in the same update; the living keep their order.
 TEST_F(Spawner, DeadMonstersAreRemoved) {
     Start(1, 3); // nothing to release
-    for (int i = 0; i < 4; ++i) {
-        auto g = std::make_unique<Goblin>();
-        g->posX = (float)i;
-        gWaveSpawner.monsterList.push_back(std::move(g));
+    for (unsigned health : {0u, 5u, 0u, 1u}) {
+        gWaveSpawner.monsterList.push_back(std::make_unique<Goblin>());
+        gWaveSpawner.monsterList.back()->health = health;
     }
-    gWaveSpawner.monsterList[0]->health = 0;
-    gWaveSpawner.monsterList[2]->health = 0;
-    gWaveSpawner.monsterList[3]->health = 1;
+    Monster* second = gWaveSpawner.monsterList[1].get();
+    Monster* fourth = gWaveSpawner.monsterList[3].get();
     gWaveSpawner.Update();
     ASSERT_EQ(gWaveSpawner.monsterList.size(), 2u);
-    EXPECT_FLOAT_EQ(gWaveSpawner.monsterList[0]->posX, 1.0f);
-    EXPECT_FLOAT_EQ(gWaveSpawner.monsterList[1]->posX, 3.0f);
-    gWaveSpawner.monsterList[1]->health -= 1; // a hit after this frame's update
+    EXPECT_EQ(gWaveSpawner.monsterList[0].get(), second);
+    EXPECT_EQ(gWaveSpawner.monsterList[1].get(), fourth);
+    fourth->health -= 1; // a hit after this frame's update
     EXPECT_EQ(gWaveSpawner.monsterList.size(), 2u);
     gWaveSpawner.Update();
     EXPECT_EQ(gWaveSpawner.monsterList.size(), 1u) << "removed at the next update";

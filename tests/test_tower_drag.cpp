@@ -10,8 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <cstring>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -19,6 +19,15 @@
 #include "VXSystem.h"
 
 namespace {
+
+// "44:1 53:2": tile 44 holds a first-tier tower, 53 a second-tier one.
+std::vector<std::pair<int, int>> TilesAndTiers(const char* text) {
+    std::istringstream in(text);
+    std::vector<std::pair<int, int>> out;
+    int tile = 0, tier = 0;
+    for (char colon; in >> tile >> colon >> tier;) out.push_back({tile, tier});
+    return out;
+}
 
 class TowerDrag : public ::testing::Test {
   protected:
@@ -32,16 +41,16 @@ class TowerDrag : public ::testing::Test {
         FreeBoard();
         TestEngineStop();
     }
-    // A fresh level-1 board with the crystal and the given towers (tile, tier).
-    static void NewBoard(const std::vector<std::pair<int, int>>& towers) {
+    // A fresh board of the layout with the crystal and the given towers.
+    static void NewBoard(const char* towers, int layout = 3) {
         towerList.clear();
         FreeBoard();
-        BuildBoard(3);
+        BuildBoard(layout);
         tileList[55]->moveCost = 1;
         gDragTower = -1;
         gDragMoveCost = 0;
         gDropBlocked = gMergePending = gTutorialMoved = gTutorialMergeSeen = false;
-        for (auto [index, tier] : towers) {
+        for (auto [index, tier] : TilesAndTiers(towers)) {
             Tile& tile = *tileList[index];
             if (tier == 1)
                 towerList.push_back(std::make_unique<ArcherTower_Tier1>());
@@ -53,11 +62,8 @@ class TowerDrag : public ::testing::Test {
             tile.occupant = (int)towerList.size() - 1;
         }
     }
-    // A logical pixel as the platform reports the cursor, in screen pixels:
-    // in full screen (scale above 1) the first screen pixel past p x scale,
-    // which the engine divides and truncates back to p (a screen pixel spans
-    // 1 / scale < 1 logical pixel, so p x scale + 0.01 rounded up stays
-    // inside logical pixel p).
+    // A logical pixel p as the platform reports the cursor: in full screen the
+    // first screen pixel past p x scale, which the engine truncates back to p.
     static int ScreenPixel(int p, float scale) {
         return scale == 1.0f ? p : (int)std::ceil((float)p * scale + 0.01f);
     }
@@ -69,22 +75,13 @@ class TowerDrag : public ::testing::Test {
         gVXInputCursorY = ScreenPixel(300 - (int)tileList[tileIndex]->posY, gVXWinScaleY);
         HandleTowerDrag();
     }
-    // Runs the body in the window and again in full screen (the test
-    // display is 1280 x 1024: scales 1.6 and 1.7066...), where the game
-    // starts and the cursor comes in screen pixels.
-    template <class Body> static void InWindowAndFullScreen(Body body) {
-        body("window");
-        VXToogleFullScreen(true);
-        body("full screen");
-        VXToogleFullScreen(false);
-    }
     // Press on the first tile, hold over the others, release on the last.
     static void Drag(const std::vector<int>& path) {
         for (int index : path) Mouse(true, index);
         Mouse(false, path.back());
     }
-    // The tier standing on a tile, 0 for none; checks that the tile's id
-    // names a tower standing on that very tile.
+    // The tier standing on a tile, 0 for none; negative when the tile's id
+    // does not name a tower of its tier standing on that very tile.
     static int TierOn(int index) {
         const Tile& tile = *tileList[index];
         if (tile.occupant < 0) return tile.moveCost == 2 || tile.moveCost == 3 ? -1 : 0;
@@ -95,7 +92,7 @@ class TowerDrag : public ::testing::Test {
         return tier == (int)tile.moveCost ? tier - 1 : -4;
     }
     // Every tower is named by exactly one tile.
-    static void ExpectEveryTowerNamedOnce(const char* name) {
+    static void ExpectEveryTowerNamedOnce(const std::string& name) {
         std::vector<int> named(towerList.size(), 0);
         for (const auto& tile : tileList)
             if (tile->occupant >= 0 && (size_t)tile->occupant < named.size())
@@ -107,86 +104,70 @@ class TowerDrag : public ::testing::Test {
 
 } // namespace
 
+// Layout 3: row 4 holds tiles 43-47, row 5 tiles 52-57 (55: the crystal);
+// tile 42 is off the board. In the window and in full screen (the test
+// display is 1280 x 1024: scales 1.6 and 1.7066...), where the game starts
+// and the cursor comes in screen pixels.
 TEST_F(TowerDrag, DragAndMergeMatrix) {
-    // Layout 3, row 4 holds tiles 43-47, row 5 tiles 52-57 (55: crystal);
-    // tile 42 is off the board.
     struct Case {
         const char* name;
-        std::vector<std::pair<int, int>> towers;
+        const char* towers;
         std::vector<int> path;
-        std::vector<std::pair<int, int>> expected; // tile, tier (0 none)
+        const char* expected; // tile:tier afterwards, 0 for none
         size_t towerCount;
         bool moved;
     } cases[] = {
-        {"to a free tile", {{44, 1}}, {44, 45}, {{44, 0}, {45, 1}}, 1, true},
-        {"press and release in place", {{44, 1}}, {44}, {{44, 1}}, 1, false},
+        {"to a free tile", "44:1", {44, 45}, "44:0 45:1", 1, true},
+        {"press and release in place", "44:1", {44}, "44:1", 1, false},
         {"back over the start keeps the last free tile",
-         {{44, 1}},
+         "44:1",
          {44, 45, 44},
-         {{44, 0}, {45, 1}},
+         "44:0 45:1",
          1,
          true},
         {"over a second tier, then free: goes back",
-         {{44, 1}, {53, 2}},
+         "44:1 53:2",
          {44, 53, 45},
-         {{44, 1}, {45, 0}, {53, 2}},
+         "44:1 45:0 53:2",
          2,
          false},
-        {"onto a second tier: refused", {{44, 1}, {53, 2}}, {44, 53}, {{44, 1}, {53, 2}}, 2, false},
-        {"over the crystal: goes back", {{44, 1}}, {44, 55, 45}, {{44, 1}, {45, 0}}, 1, false},
-        {"over a tile off the board: goes back",
-         {{43, 1}},
-         {43, 42, 44},
-         {{43, 1}, {44, 0}},
-         1,
-         false},
-        {"onto a partner: merged on the partner's tile",
-         {{44, 1}, {46, 1}},
-         {44, 45, 46},
-         {{44, 0}, {45, 0}, {46, 2}},
-         1,
-         false},
-        {"partner, then free: refused",
-         {{44, 1}, {46, 1}},
-         {44, 46, 45},
-         {{44, 1}, {45, 0}, {46, 1}},
-         2,
-         false},
+        {"onto a second tier: refused", "44:1 53:2", {44, 53}, "44:1 53:2", 2, false},
+        {"over the crystal: goes back", "44:1", {44, 55, 45}, "44:1 45:0", 1, false},
+        {"over a tile off the board: goes back", "43:1", {43, 42, 44}, "43:1 44:0", 1, false},
+        {"onto a partner: merged there", "44:1 46:1", {44, 45, 46}, "44:0 45:0 46:2", 1, false},
+        {"partner, then free: refused", "44:1 46:1", {44, 46, 45}, "44:1 45:0 46:1", 2, false},
         {"partner, then back over the start: merged",
-         {{44, 1}, {46, 1}},
+         "44:1 46:1",
          {44, 46, 44},
-         {{44, 0}, {46, 2}},
+         "44:0 46:2",
          1,
          false},
-        {"second tier onto second tier: refused",
-         {{53, 2}, {57, 2}},
-         {53, 57},
-         {{53, 2}, {57, 2}},
-         2,
-         false},
-        {"second tier to a free tile", {{53, 2}}, {53, 54}, {{53, 0}, {54, 2}}, 1, true},
+        {"second tier onto second tier: refused", "53:2 57:2", {53, 57}, "53:2 57:2", 2, false},
+        {"second tier to a free tile", "53:2", {53, 54}, "53:0 54:2", 1, true},
     };
-    InWindowAndFullScreen([&](const char* screen) {
+    for (const char* screen : {"window", "full screen"}) {
+        VXToogleFullScreen(screen[0] == 'f');
         for (const Case& c : cases) {
             const std::string name = std::string(c.name) + ", " + screen;
             NewBoard(c.towers);
             Drag(c.path);
-            for (auto [index, tier] : c.expected)
+            for (auto [index, tier] : TilesAndTiers(c.expected))
                 EXPECT_EQ(tier, TierOn(index)) << name << ", tile " << index;
             EXPECT_EQ(c.towerCount, towerList.size()) << name;
             EXPECT_EQ(c.moved, gTutorialMoved) << name;
             EXPECT_EQ(-1, gDragTower) << name;
             EXPECT_FALSE(gDropBlocked) << name;
             EXPECT_FALSE(gMergePending) << name;
-            ExpectEveryTowerNamedOnce(name.c_str());
+            ExpectEveryTowerNamedOnce(name);
             for (const auto& tower : towerList) EXPECT_EQ(1.0f, tower->tintColor[3]) << name;
         }
-    });
+    }
+    VXToogleFullScreen(false);
 }
 
+// Five towers with ids 0-4 on tiles 43-47; the merged pair leaves three,
+// renumbered 0-2 in their old order, and the new tower takes id 3.
 TEST_F(TowerDrag, MergeRenumbersTheOtherTowers) {
-    // Five towers with ids 0-4 on tiles 43-47; the merged pair leaves three,
-    // renumbered 0-2 in their old order, and the new tower takes id 3.
     struct Case {
         const char* name;
         int from, onto;
@@ -198,16 +179,12 @@ TEST_F(TowerDrag, MergeRenumbersTheOtherTowers) {
         {"neighbours 2 onto 3", 45, 46, {0, 1, -1, 3, 2}},
     };
     for (const Case& c : cases) {
-        NewBoard({{43, 1}, {44, 1}, {45, 1}, {46, 1}, {47, 1}});
-        // Hold over the partner only: the tiles between would move the tower.
-        Mouse(true, c.from);
-        Mouse(true, c.onto);
-        Mouse(false, c.onto);
+        NewBoard("43:1 44:1 45:1 46:1 47:1");
+        Drag({c.from, c.onto}); // over the partner only: tiles between would move the tower
         ASSERT_EQ(4u, towerList.size()) << c.name;
         for (int i = 0; i < 5; ++i)
             EXPECT_EQ(c.ids[i], tileList[43 + i]->occupant) << c.name << ", tile " << 43 + i;
         EXPECT_EQ(2, TierOn(c.onto)) << c.name;
-        EXPECT_EQ(0, TierOn(c.from)) << c.name;
         EXPECT_TRUE(gTutorialMergeSeen) << c.name;
         ExpectEveryTowerNamedOnce(c.name);
         EXPECT_EQ(0.0f, towerList.back()->fireTimer) << c.name;
@@ -215,7 +192,7 @@ TEST_F(TowerDrag, MergeRenumbersTheOtherTowers) {
 }
 
 TEST_F(TowerDrag, TintsFollowTheCursorAndTheDraggedTowerFades) {
-    NewBoard({{44, 1}});
+    NewBoard("44:1");
     Mouse(true, 44);
     EXPECT_EQ(0.5f, towerList[0]->tintColor[3]);
     EXPECT_EQ(0.0f, tileList[44]->tintColor[1]) << "hovered: green off";
@@ -239,7 +216,7 @@ TEST_F(TowerDrag, TintsFollowTheCursorAndTheDraggedTowerFades) {
 }
 
 TEST_F(TowerDrag, PressOffATowerStartsNoDragAndSpoilsNoLaterDrag) {
-    NewBoard({{44, 1}});
+    NewBoard("44:1");
     // Pressed on a free tile and swept over the crystal: no tower moves.
     Mouse(true, 45);
     EXPECT_EQ(-1, gDragTower);
@@ -257,22 +234,19 @@ TEST_F(TowerDrag, PressOffATowerStartsNoDragAndSpoilsNoLaterDrag) {
     EXPECT_EQ(0, TierOn(45));
 }
 
+// On a full layout-6 board filled from the top until the wanted number of
+// tiles is free: at most as many first-tier towers as free tiles.
 TEST_F(TowerDrag, HandedOutTowersLandOnFreeTiles) {
     struct Case {
         const char* name;
-        int freeTiles; // tiles left free on a full layout-6 board
-        int asked, made;
+        int freeTiles, asked, made;
     } cases[] = {
         {"two on an open board", 99, 2, 2},
         {"two with one free tile", 1, 2, 1},
         {"one with none free", 0, 1, 0},
     };
     for (const Case& c : cases) {
-        towerList.clear();
-        FreeBoard();
-        BuildBoard(6);
-        tileList[55]->moveCost = 1;
-        // Fill from the top until the wanted number of free tiles is left.
+        NewBoard("", 6);
         int toFill = 99 - c.freeTiles;
         for (auto& tile : tileList)
             if (toFill > 0 && tile->moveCost == 0) tile->moveCost = 1000, --toFill;
@@ -286,7 +260,7 @@ TEST_F(TowerDrag, HandedOutTowersLandOnFreeTiles) {
         ExpectEveryTowerNamedOnce(c.name);
     }
     // A later hand-out numbers on from the towers already there.
-    NewBoard({});
+    NewBoard("");
     CreateTowers(2);
     CreateTowers(1);
     EXPECT_EQ(3u, towerList.size());

@@ -1,6 +1,6 @@
 // Towers: fire counts of both tiers (frames to the first shot worked out by
-// hand in single precision), reach, the arrow sound, the projectiles a
-// tower keeps or drops, and the dragged tower that holds its fire.
+// hand in single precision), reach, the arrow sound, and the projectiles a
+// tower keeps or drops, dragged or not.
 #include "ArcherTower_Tier1.h"
 #include "ArcherTower_Tier2.h"
 #include "TestSupport.h"
@@ -33,8 +33,16 @@ class Towers : public ::testing::Test {
         crystal.reset();
         TestEngineStop();
     }
-    // A tower of the tier at (0, 0), set up the way the level places one.
-    static std::unique_ptr<Tower> MakeTower(int tier) {
+    // A tower of the tier at (0, 0), set up the way the level places one,
+    // with monsters at the given points.
+    std::unique_ptr<Tower> MakeTower(int tier, std::vector<std::pair<float, float>> at) {
+        monsters.clear();
+        for (auto [x, y] : at) {
+            monsters.push_back(std::make_unique<Monster>());
+            Monster& m = *monsters.back();
+            m.posX = x, m.posY = y, m.health = 5, m.tier = 1;
+            m.boundingBox = {x - 10.0f, y - 10.0f, x + 10.0f, y + 10.0f};
+        }
         std::unique_ptr<Tower> tower;
         if (tier == 1)
             tower = std::make_unique<ArcherTower_Tier1>();
@@ -43,15 +51,6 @@ class Towers : public ::testing::Test {
         tower->SetTransform(0.0f, 0.0f, tower->size);
         tower->SetMesh();
         return tower;
-    }
-    void AddMonster(float x, float y) {
-        auto monster = std::make_unique<Monster>();
-        monster->posX = x;
-        monster->posY = y;
-        monster->health = 5;
-        monster->tier = 1;
-        monster->boundingBox = {x - 10.0f, y - 10.0f, x + 10.0f, y + 10.0f};
-        monsters.push_back(std::move(monster));
     }
     void Step(Tower& tower) { tower.Update(monsters, arrow, gLevelSoundSystem, crystal.get()); }
     // Frames until the tower's first shot (0: never), told by the arrow
@@ -72,63 +71,42 @@ class Towers : public ::testing::Test {
 
 } // namespace
 
-TEST_F(Towers, FireCountsOfBothTiers) {
+TEST_F(Towers, FireCountsAndReach) {
     // 0.1f added up in single precision reaches 18 on the 180th addition;
-    // after 60 additions it is 5.9999967, so 6 needs the 61st. Monsters in
-    // reach each add 0.1 per frame: three make 180 additions in 60 frames
-    // and 61 additions in frame 21 (the first of its three), after which
-    // the other two leave the count at 0.2.
+    // after 60 additions it is 5.9999967, so 6 needs the 61st. Every monster
+    // in reach adds 0.1 a frame: three make 180 additions in 60 frames and
+    // 61 in frame 21 (the first of its three), after which the other two
+    // leave the count at 0.2. 100^2 + 141.421356^2 rounds to exactly 30000
+    // in single precision, 100^2 + 141.421341^2 to 29999.996.
+    const float in = 170.0f;
     struct Case {
         const char* name;
         int tier;
-        int inReach, outOfReach;
+        std::vector<std::pair<float, float>> at;
         int firstShot;
         float timerAfter;
     } cases[] = {
-        {"tier 1, one monster", 1, 1, 0, 180, 0.0f},
-        {"tier 1, three monsters", 1, 3, 0, 60, 0.0f},
-        {"tier 1, one of three in reach", 1, 1, 2, 180, 0.0f},
-        {"tier 2, one monster", 2, 1, 0, 61, 0.0f},
-        {"tier 2, three monsters", 2, 3, 0, 21, 0.2f},
+        {"tier 1, one monster", 1, {{0, in}}, 180, 0.0f},
+        {"tier 1, three monsters", 1, {{0, in}, {0, in}, {0, in}}, 60, 0.0f},
+        {"tier 1, one of three in reach", 1, {{0, in}, {-300, 0}, {-300, 0}}, 180, 0.0f},
+        {"tier 2, one monster", 2, {{0, in}}, 61, 0.0f},
+        {"tier 2, three monsters", 2, {{0, in}, {0, in}, {0, in}}, 21, 0.2f},
+        {"exactly 30000 is out of reach", 1, {{100.0f, 141.421356f}}, 0, 0.0f},
+        {"29999.996 is in reach", 1, {{100.0f, 141.421341f}}, 180, 0.0f},
+        {"far away", 1, {{0, 174}}, 0, 0.0f},
     };
     for (const Case& c : cases) {
-        monsters.clear();
-        // Far enough away that no arrow lands before the count is checked.
-        for (int i = 0; i < c.inReach; ++i) AddMonster(0.0f, 170.0f);
-        for (int i = 0; i < c.outOfReach; ++i) AddMonster(-300.0f, 0.0f);
-        auto tower = MakeTower(c.tier);
-        EXPECT_EQ(c.firstShot, FramesToFirstShot(*tower, 400)) << c.name;
-        EXPECT_EQ(1u, tower->projectiles.size()) << c.name;
+        auto tower = MakeTower(c.tier, c.at);
+        EXPECT_EQ(c.firstShot, FramesToFirstShot(*tower, 200)) << c.name;
+        EXPECT_EQ(c.firstShot ? 1u : 0u, tower->projectiles.size()) << c.name;
         EXPECT_FLOAT_EQ(c.timerAfter, tower->fireTimer) << c.name;
     }
 }
 
-TEST_F(Towers, ReachEndsJustBelowThirtyThousandSquaredUnits) {
-    struct Case {
-        const char* name;
-        float x, y;
-        int firstShot;
-    } cases[] = {
-        // 100^2 + 141.421356^2 rounds to exactly 30000 in single precision.
-        {"exactly 30000 is out of reach", 100.0f, 141.421356f, 0},
-        {"29999.996 is in reach", 100.0f, 141.421341f, 180},
-        {"monster on the tower", 0.0f, 0.0f, 180},
-        {"far away", 0.0f, 174.0f, 0},
-    };
-    for (const Case& c : cases) {
-        monsters.clear();
-        AddMonster(c.x, c.y);
-        auto tower = MakeTower(1);
-        EXPECT_EQ(c.firstShot, FramesToFirstShot(*tower, 200)) << c.name;
-    }
-}
-
 TEST_F(Towers, ShotPlaysTheArrowAtMasterVolumeAndAimsAtTheFirstMonster) {
-    AddMonster(-400.0f, 0.0f); // first in the list, far out of reach
-    AddMonster(0.0f, 100.0f);
-    AddMonster(0.0f, 100.0f);
+    // The first monster in the list is far out of reach.
+    auto tower = MakeTower(1, {{-400.0f, 0.0f}, {0.0f, 100.0f}, {0.0f, 100.0f}});
     gMasterVolume = 0.0f;
-    auto tower = MakeTower(1);
     ASSERT_EQ(90, FramesToFirstShot(*tower, 200));
     bool playing = false;
     ChannelIsPlaying(gChannelArrow, &playing);
@@ -143,9 +121,10 @@ TEST_F(Towers, ShotPlaysTheArrowAtMasterVolumeAndAimsAtTheFirstMonster) {
     EXPECT_EQ(20.0f, tower->transform.m[0][0]);
 }
 
+// A dragged tower (half transparent) holds its count while its arrows fly
+// on; moving it keeps the count; with no monster left every arrow goes.
 TEST_F(Towers, DraggedTowerHoldsItsCountButItsArrowsFlyOn) {
-    AddMonster(0.0f, 150.0f);
-    auto tower = MakeTower(2);
+    auto tower = MakeTower(2, {{0.0f, 150.0f}});
     ASSERT_EQ(61, FramesToFirstShot(*tower, 100));
     for (int i = 0; i < 5; ++i) Step(*tower);
     const float timer = tower->fireTimer;
@@ -155,22 +134,12 @@ TEST_F(Towers, DraggedTowerHoldsItsCountButItsArrowsFlyOn) {
     EXPECT_EQ(timer, tower->fireTimer);
     ASSERT_EQ(1u, tower->projectiles.size());
     EXPECT_NEAR(shotY + 20.0f, tower->projectiles.front()->posY, 1e-3f);
-    // Moving the tower keeps its count: only a shot resets it.
     tower->tintColor[3] = 1.0f;
     tower->posX = 30.0f;
     Step(*tower);
     EXPECT_FLOAT_EQ(timer + 0.1f, tower->fireTimer);
-}
-
-TEST_F(Towers, NoMonstersMeansNoCountAndNoArrows) {
-    AddMonster(0.0f, 170.0f);
-    auto tower = MakeTower(2);
-    ASSERT_EQ(61, FramesToFirstShot(*tower, 100));
-    for (int i = 0; i < 3; ++i) Step(*tower);
-    ASSERT_EQ(1u, tower->projectiles.size());
-    const float timer = tower->fireTimer;
     monsters.clear();
     Step(*tower);
     EXPECT_TRUE(tower->projectiles.empty());
-    EXPECT_EQ(timer, tower->fireTimer);
+    EXPECT_FLOAT_EQ(timer + 0.1f, tower->fireTimer) << "no monsters, no count";
 }
