@@ -224,7 +224,19 @@ TEST(AudioChild, PlayToneForWaveOutput) {
     Sound tone = MakeTone(ScratchDir(), "wave.ogg", 0.5f);
     AudioPlayIntoSlot(gLevelSoundSystem, tone, &gChannelArrow, false);
     if (std::getenv("QUARROW_PAUSE")) AudioChannelsSetPaused(true);
-    WaitMs(800);
+    // The mixer writes the file as it mixes, in real time; on a busy machine
+    // it falls behind the clock, so wait for 0.8 s of mix, not of clock.
+    // The header's bytes-per-second field says how much that is.
+    const std::string mix = std::getenv("QUARROW_MIX");
+    for (int waited = 0; waited < 20000; waited += 10) {
+        std::ifstream file(mix, std::ios::binary);
+        unsigned char header[32] = {};
+        file.read(reinterpret_cast<char*>(header), sizeof header);
+        const double bytesPerSecond =
+            header[28] | header[29] << 8 | header[30] << 16 | header[31] << 24;
+        if (file && std::filesystem::file_size(mix) > 0.8 * bytesPerSecond + 80) break;
+        WaitMs(10);
+    }
     SoundRelease(tone);
 }
 
@@ -245,7 +257,7 @@ TEST(AudioOutput, PlayedSoundReachesTheMix) {
         std::string output;
         int status = RunChild("AudioChild.PlayToneForWaveOutput",
                               std::string(c.env) + " ALSOFT_DRIVERS=wave ALSOFT_CONF=" + dir +
-                                  "/alsoft.conf",
+                                  "/alsoft.conf QUARROW_MIX=" + dir + "/mix.wav",
                               output);
         ASSERT_EQ(0, status) << c.name << "\n" << output;
         double seconds = 0.0, peak = -1.0;
