@@ -19,6 +19,7 @@
 
 namespace {
 
+// A scratch folder of this process's own, removed at the end.
 struct Scratch {
     std::string dir;
     Scratch() {
@@ -42,12 +43,6 @@ bool DecodePicture(const std::string& path, long long& peak) {
     return ok;
 }
 
-bool Playing(SoundChannel slot) {
-    bool playing = false;
-    ChannelIsPlaying(slot, &playing);
-    return playing;
-}
-
 // Makes a sound of the file and plays it until its samples have been
 // decoded (or refused); returns SoundCreate's result, whether the sound
 // plays, and the heap held at most meanwhile.
@@ -59,11 +54,11 @@ int DecodeSound(const std::string& path, bool& plays, long long& peak) {
     SoundChannel slot;
     SoundPlay(gLevelSoundSystem, sound, false, &slot);
     int position = 0;
-    for (int waited = 0; waited < 1000 && Playing(slot) && position == 0; ++waited) {
+    for (int waited = 0; waited < 1000 && TestChannelPlaying(slot) && position == 0; ++waited) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
         ChannelGetPosition(slot, &position);
     }
-    plays = Playing(slot);
+    plays = TestChannelPlaying(slot);
     SoundRelease(sound);
     peak = heap.Stop();
     return result;
@@ -74,8 +69,8 @@ int DecodeSound(const std::string& path, bool& plays, long long& peak) {
 TEST(DamagedFiles, PicturesAndTheIconAreRefusedWithinTheRealFilesMemory) {
     if (!DamageHeapPeak::Available()) GTEST_SKIP() << "the heap is measured in sanitized builds";
     const Scratch scratch;
-    const std::string png = DamageReadFile(TestResourcesDir() + "/MenuBG.png");
-    const std::string ico = DamageReadFile(TestResourcesDir() + "/crystal.ico");
+    const std::string png = TestReadFile(TestResourcesDir() + "/MenuBG.png");
+    const std::string ico = TestReadFile(TestResourcesDir() + "/crystal.ico");
     ASSERT_GT(png.size(), 1000u);
     ASSERT_GT(ico.size(), 100u);
     long long realPng = 0, realIco = 0;
@@ -115,7 +110,7 @@ TEST(DamagedFiles, SoundsAreRefusedOrPlayWhatTheyHoldWithinTheRealFilesMemory) {
     if (!DamageHeapPeak::Available()) GTEST_SKIP() << "the heap is measured in sanitized builds";
     const Scratch scratch;
     const std::string real = TestResourcesDir() + "/DrumsComedy CTE10_45.4.ogg";
-    const std::string ogg = DamageReadFile(real);
+    const std::string ogg = TestReadFile(real);
     ASSERT_GT(ogg.size(), 10000u);
     bool plays = false;
     long long realPeak = 0;

@@ -1,8 +1,10 @@
 // CTest label: integration
-// The real game run end to end by the script driver: scripts are checked
-// before anything runs, frames are captured, closing the window ends the
-// game in order; and the game exports the engine's interface by name.
+// The script driver: scripts are checked before the game runs, frames are
+// captured, closing the window ends the game in order; and the game exports
+// the engine's interface by name. (No sound device: test_faults_driver.)
 #include <gtest/gtest.h>
+
+#include <unistd.h>
 
 #include <cstdio>
 #include <fstream>
@@ -13,8 +15,9 @@
 
 namespace {
 
+// Named by the process: another run of these tests may write its own.
 std::string WriteScript(const std::string& name, const std::string& text) {
-    std::string path = testing::TempDir() + name;
+    std::string path = testing::TempDir() + std::to_string(getpid()) + "-" + name;
     std::ofstream(path) << text;
     return path;
 }
@@ -52,7 +55,7 @@ TEST(Driver, AMalformedScriptIsRefusedWithItsLineBeforeTheGameStarts) {
 }
 
 TEST(Driver, RunsTheGameCapturesFramesAndClosesItInOrder) {
-    std::string shot = testing::TempDir() + "shot.png";
+    std::string shot = testing::TempDir() + std::to_string(getpid()) + "-shot.png";
     std::string path = WriteScript("good.txt", "# the splash screen for a third of a second\n"
                                                "3 move 400 300\n"
                                                "10 capture " +
@@ -72,20 +75,6 @@ TEST(Driver, RunsTheGameCapturesFramesAndClosesItInOrder) {
     // The game runs full screen: the test display is 1280 x 1024.
     EXPECT_EQ(w, 1280);
     EXPECT_EQ(h, 1024);
-}
-
-// Without a sound card the game runs silent and says so in one line; the
-// backends' own complaints stay out of the terminal. An empty ALSA
-// configuration makes ALSA fail (and complain) on any machine.
-TEST(Driver, NoSoundDeviceIsOneLineOnStandardError) {
-    const std::string path = WriteScript("silent.txt", "2 close\n");
-    std::string errors;
-    const int status = TestRunCommand("cd " + TestBinaryDir() +
-                                          " && (ALSOFT_DRIVERS=alsa ALSA_CONFIG_PATH=/dev/null " +
-                                          TestDriverPath() + " " + path + " > /dev/null)",
-                                      errors);
-    EXPECT_EQ(status, 0) << errors;
-    EXPECT_EQ(errors, "No sound device: the game runs without sound.\n");
 }
 
 TEST(Game, ExportsTheEngineInterfaceByName) {

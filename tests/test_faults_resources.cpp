@@ -43,62 +43,60 @@ const char* const kOffTheRoad = "(every file off the road)";
 
 // Every file the road opens (the score file aside): the splash's logos, the
 // interface art, the menu, the next-level screen, level 1 and its sounds.
-const std::set<std::string> kRoadFiles = {
-    "06 - Gypsy Songs for Violin and Orchestra.ogg",
-    "1.png",
-    "18 - Symphony No 1 in C Major, III Presto.ogg",
-    "2.png",
-    "24 - Arrow Swoosh.ogg",
-    "3.png",
-    "47 - FOREST, FANTASY MYSTICAL FOREST AMBIENCE.ogg",
-    "53 - Ice Man.ogg",
-    "ArcherT1.png",
-    "ArcherT2.png",
-    "BG.png",
-    "DrumsComedy CTE10_45.4.ogg",
-    "GoblinAttack.png",
-    "GoblinWalking.png",
-    "Layer 23.png",
-    "Layer 24.png",
-    "LeafBG.png",
-    "LoseScreen.png",
-    "MenuBG.png",
-    "MosswickLogo.png",
-    "NextScreen.png",
-    "TolvernSG_Logo_CMYK-RED.png",
-    "WinScreen.png",
-    "btn1H.png",
-    "btn1U.png",
-    "btn2U.png",
-    "btn3U.png",
-    "btn4U.png",
-    "btn5U.png",
-    "btn6U.png",
-    "btnCreditsU.png",
-    "btnExitU.png",
-    "btnHelpU.png",
-    "btnMuteU.png",
-    "button-pauseU.png",
-    "cfmBG.png",
-    "cloud1.png",
-    "cloud2.png",
-    "cloud3.png",
-    "crystal.ico",
-    "crystal.png",
-    "cursor.png",
-    "howtoplayPause.png",
-    "loading.png",
-    "lvl1wave1.png",
-    "lvl1wave2.png",
-    "lvlStarBG.png",
-    "optionBG.png",
-    "pauseM.png",
-    "t1help.png",
-    "t2help.png",
-    "tutorial1.png",
-    "tutorial2.png",
-    "tutorial3.png",
-};
+const std::set<std::string> kRoadFiles = {"06 - Gypsy Songs for Violin and Orchestra.ogg",
+                                          "1.png",
+                                          "18 - Symphony No 1 in C Major, III Presto.ogg",
+                                          "2.png",
+                                          "24 - Arrow Swoosh.ogg",
+                                          "3.png",
+                                          "47 - FOREST, FANTASY MYSTICAL FOREST AMBIENCE.ogg",
+                                          "53 - Ice Man.ogg",
+                                          "ArcherT1.png",
+                                          "ArcherT2.png",
+                                          "BG.png",
+                                          "DrumsComedy CTE10_45.4.ogg",
+                                          "GoblinAttack.png",
+                                          "GoblinWalking.png",
+                                          "Layer 23.png",
+                                          "Layer 24.png",
+                                          "LeafBG.png",
+                                          "LoseScreen.png",
+                                          "MenuBG.png",
+                                          "MosswickLogo.png",
+                                          "NextScreen.png",
+                                          "TolvernSG_Logo_CMYK-RED.png",
+                                          "WinScreen.png",
+                                          "btn1H.png",
+                                          "btn1U.png",
+                                          "btn2U.png",
+                                          "btn3U.png",
+                                          "btn4U.png",
+                                          "btn5U.png",
+                                          "btn6U.png",
+                                          "btnCreditsU.png",
+                                          "btnExitU.png",
+                                          "btnHelpU.png",
+                                          "btnMuteU.png",
+                                          "button-pauseU.png",
+                                          "cfmBG.png",
+                                          "cloud1.png",
+                                          "cloud2.png",
+                                          "cloud3.png",
+                                          "crystal.ico",
+                                          "crystal.png",
+                                          "cursor.png",
+                                          "howtoplayPause.png",
+                                          "loading.png",
+                                          "lvl1wave1.png",
+                                          "lvl1wave2.png",
+                                          "lvlStarBG.png",
+                                          "optionBG.png",
+                                          "pauseM.png",
+                                          "t1help.png",
+                                          "t2help.png",
+                                          "tutorial1.png",
+                                          "tutorial2.png",
+                                          "tutorial3.png"};
 
 // The sounds that play on the road, with the slot each plays into.
 struct SoundOnTheRoad {
@@ -115,7 +113,7 @@ const SoundOnTheRoad kRoadSounds[] = {
     {"06 - Gypsy Songs for Violin and Orchestra.ogg", &gChannelLose, GS_LEVEL},
 };
 
-// Every picture, sound and the icon the build made, by file name.
+// Every picture, sound and the icon the build made.
 std::vector<std::string> ResourceFiles() {
     std::vector<std::string> names;
     for (const fs::directory_entry& entry : fs::directory_iterator(TestResourcesDir())) {
@@ -127,12 +125,6 @@ std::vector<std::string> ResourceFiles() {
     return names;
 }
 
-std::string BaseName(const char* path) {
-    const std::string name = path;
-    const size_t slash = name.rfind('/');
-    return slash == std::string::npos ? name : name.substr(slash + 1);
-}
-
 // What the road showed, gathered after every frame.
 struct Seen {
     int placeholderDraws = 0;   // draws of the 8 x 8 placeholder, any picture
@@ -142,16 +134,12 @@ struct Seen {
     bool slotPlayed[6] = {};    // the road's sounds that were heard at all
     int soundCountWrong = 0;    // frames with more sounds alive than the road makes
     std::string firstWrong;
+    int realDraws = 0;  // draws of a named picture other than the placeholder
+    int mostSounds = 0; // the most sounds alive at once
 };
 
-bool Playing(SoundChannel slot) {
-    bool playing = false;
-    ChannelIsPlaying(slot, &playing);
-    return playing;
-}
-
-// Plays the road with `missing` gone (or nothing) and the files of
-// `damage` damaged; returns what it saw.
+// Plays the road with `missing` gone (or nothing, or all damaged); returns
+// what it saw.
 Seen PlayTheRoad(GamePlay& play, const std::string& missing) {
     Seen seen;
     int expectedMenuSounds = 1, expectedLevelSounds = 5;
@@ -169,13 +157,17 @@ Seen PlayTheRoad(GamePlay& play, const std::string& missing) {
                 for (const VXSeamDraw& d : VXSeamDrawsThisFrame()) {
                     const bool placeholder = d.pictureWidth == 8 && d.pictureHeight == 8;
                     seen.placeholderDraws += placeholder;
-                    if (BaseName(d.picture) != missing) continue;
+                    seen.realDraws += d.picture[0] && !placeholder;
+                    if (TestFileName(d.picture) != missing) continue;
                     seen.missingDrawn += 1;
                     seen.missingDrawnAsReal += !placeholder;
                 }
-                for (int i = 0; i < 6; ++i) seen.slotPlayed[i] |= Playing(*kRoadSounds[i].slot);
-                if (missingSound) seen.missingSlotPlaying += Playing(*missingSound->slot);
+                for (int i = 0; i < 6; ++i)
+                    seen.slotPlayed[i] |= TestChannelPlaying(*kRoadSounds[i].slot);
+                if (missingSound)
+                    seen.missingSlotPlaying += TestChannelPlaying(*missingSound->slot);
                 const int sounds = SoundLiveCount();
+                seen.mostSounds = std::max(seen.mostSounds, sounds);
                 const bool wrong =
                     (gGameStateCurr == GS_MAIN_MENU && sounds > expectedMenuSounds) ||
                     (gGameStateCurr == GS_LEVEL && sounds != expectedLevelSounds);
@@ -291,29 +283,15 @@ TEST_P(DamagedFiles, GameRunsIntoTheFirstWaveWithEveryPictureAPlaceholder) {
     const std::string damage = GetParam();
     GamePlay play;
     for (const std::string& name : ResourceFiles()) {
-        const std::string bytes = DamageReadFile(TestResourcesDir() + "/" + name);
+        const std::string bytes = TestReadFile(TestResourcesDir() + "/" + name);
         const std::string path = play.Folder() + "/Resources/" + name;
         fs::remove(path);
         ASSERT_TRUE(DamageWriteFile(path, DamageByName(damage, name, bytes))) << name;
     }
-    int realPictures = 0;
-    int soundsAlive = 0;
-    bool arrived = false;
-    play.Run(
-        GS_SPLASH_SCREEN, 1, 21,
-        [&](GameScript& s) {
-            s.EveryFrame([&] {
-                for (const VXSeamDraw& d : VXSeamDrawsThisFrame())
-                    realPictures += d.picture[0] && (d.pictureWidth != 8 || d.pictureHeight != 8);
-                soundsAlive = std::max(soundsAlive, SoundLiveCount());
-            });
-            arrived = PlayerIntoFirstWave(s);
-        },
-        true);
-    EXPECT_TRUE(arrived) << "the road into level 1's second wave";
-    EXPECT_EQ(0, realPictures) << "draws of a picture other than the placeholder";
+    const Seen seen = PlayTheRoad(play, "(every file " + damage + ")");
+    EXPECT_EQ(0, seen.realDraws) << "draws of a picture other than the placeholder";
     if (damage == "noise") {
-        EXPECT_EQ(0, soundsAlive) << "sounds made of noise";
+        EXPECT_EQ(0, seen.mostSounds) << "sounds made of noise";
     }
 }
 

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -27,7 +26,7 @@
 namespace {
 
 std::string Look(const GameObject& o) {
-    return o.pTexture ? std::filesystem::path(o.pTexture->fileName).filename().string() : "none";
+    return o.pTexture ? TestFileName(o.pTexture->fileName) : "none";
 }
 // The leaves on the star panel, left to right: x, then C coloured or G grey.
 std::string Leaves() {
@@ -50,8 +49,6 @@ float Volume(SoundChannel channel) {
     return volume;
 }
 
-// Every case plays in a folder of its own (GamePlay's), so its score file
-// is its own.
 class FrontEnd : public ::testing::Test {
   protected:
     void WriteScores(const std::string& text) { std::ofstream(play.ScoreFile()) << text; }
@@ -218,20 +215,22 @@ TEST_F(FrontEnd, CreditsReturnToTheMenu2368FramesAfterEntryAndStartAfreshNextTim
 
 // The back button's box reaches 1.7 x 30 = 51 units each side of x = 180
 // (the picture 60) and 30 above and below y = -200.
-void ExpectBackButtonEdges(GameScript& s) {
-    const int screen = gGameStateCurr;
-    for (auto [x, y] : {std::pair{235, -200}, {232, -200}, {128, -200}, {180, -231}, {180, -169}}) {
-        PlayerClickAt(s, (float)x, (float)y);
-        EXPECT_EQ(gGameStateNext, screen) << "click at (" << x << ", " << y << ")";
+TEST(FrontEndBack, CreditsAndHowToPlayBackButtonsHitTheirOrdinaryBox) {
+    for (int screen : {GS_CREDITS, GS_HOW_TO_PLAY}) {
+        GamePlay play;
+        play.Run(
+            screen, 1, 7,
+            [&](GameScript& s) {
+                for (auto [x, y] :
+                     {std::pair{235, -200}, {232, -200}, {128, -200}, {180, -231}, {180, -169}}) {
+                    PlayerClickAt(s, (float)x, (float)y);
+                    EXPECT_EQ(gGameStateNext, screen) << "click at (" << x << ", " << y << ")";
+                }
+                PlayerClickAt(s, 231.0f, -200.0f);
+                EXPECT_EQ(gGameStateNext, GS_MAIN_MENU) << "screen " << screen;
+            },
+            true);
     }
-    PlayerClickAt(s, 231.0f, -200.0f);
-    EXPECT_EQ(gGameStateNext, GS_MAIN_MENU);
-}
-TEST_F(FrontEnd, CreditsBackButtonHitsItsOrdinaryBox) {
-    Play(GS_CREDITS, ExpectBackButtonEdges);
-}
-TEST_F(FrontEnd, HowToPlayBackButtonHitsItsOrdinaryBox) {
-    Play(GS_HOW_TO_PLAY, ExpectBackButtonEdges);
 }
 
 // The game run by the driver in the scratch folder, on a display of its own

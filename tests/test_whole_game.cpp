@@ -1,22 +1,17 @@
 // CTest label: long
-// The whole game through the driver, as a player plays it: the splash, the
-// menu, level 1 lost and restarted and won, every level chosen from the
-// level select as it opens and won by dragging towers where they stop the
-// monsters, a pause with options and help, and after level 6 the credits and
-// back to the menu. The driver plays a recorded script with a fixed seed;
-// after every level the menu's report gives the ratings and the score file,
-// and a click on the next locked level must leave the menu where it is. Two
-// runs of the same script give the same play state every 60 frames, and so
-// does a third in the plain build (no sanitizers, optimised): no rule of
-// the game may lean on undefined behaviour or on how the build lays out
-// memory.
+// The whole game through the driver: the splash, level 1 lost, restarted
+// and won, every level chosen as it opens and won by dragging towers, a
+// pause with options and help, after level 6 the credits and the menu. After
+// every level the menu's report gives the ratings and the score file, and a
+// click on the next locked level must leave the menu where it is. Two runs
+// of the script give the same play state every 60 frames, and so does a
+// third in the plain build: no rule may lean on undefined behaviour or on
+// how the build lays out memory.
 //
-// The script is tests/scripts/whole_game.txt. It is recorded by playing the
-// game with the adaptive player below (a disabled test, run by hand when the
-// game's rules change):
+// tests/scripts/whole_game.txt is recorded by the adaptive player below when
+// the rules change (one command line):
 //   . tests/test-env.sh && xvfb-run -a build-test/tests/test_whole_game
 //       --gtest_filter=WholeGame.DISABLED_RecordTheScript --gtest_also_run_disabled_tests
-// (one command line).
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -50,15 +45,12 @@ std::string ScriptPath() {
     return TestSourceDir() + "/tests/scripts/whole_game.txt";
 }
 
-// ---- The adaptive player that records the script --------------------------
-
 bool In(int state) {
     return gGameStateCurr == state;
 }
 
-// The defence: every first-tier tower goes to a tile beside the crystal,
-// and two first-tier towers there merge into a second-tier one. Monsters
-// all end at the crystal, so every tower there fires at every monster.
+// Every first-tier tower goes beside the crystal, where every monster ends,
+// and two first-tier towers there merge.
 void Defend(GameScript& s, const std::vector<int>& home) {
     const auto isHome = [&](int tile) {
         for (int h : home)
@@ -85,8 +77,7 @@ void Defend(GameScript& s, const std::vector<int>& home) {
     }
 }
 
-// Plays the running level with a defence until it is won or lost, placing
-// the towers again at every wave.
+// Plays the level until it is won or lost, placing the towers at every wave.
 void PlayLevel(GameScript& s, const std::vector<int>& home, bool pauseOnce) {
     unsigned wave = 99;
     while (!gLevelWon && !gLevelLost && !s.GameOver()) {
@@ -173,8 +164,6 @@ void PlayTheWholeGame(GameScript& s) {
     s.Frames(2);
 }
 
-// ---- Reading the driver's output ------------------------------------------
-
 struct Report {
     int state = -1, level = 0;
     int ratings[6] = {};
@@ -240,8 +229,8 @@ TEST(WholeGame, DISABLED_RecordTheScript) {
 }
 
 TEST(WholeGame, FromTheSplashToTheCreditsTheSameInEveryRunAndBuild) {
-    // The runs side by side, each in a folder of its own without a score
-    // file: twice the sanitized build, and its plain twin when it is built.
+    // Side by side, each in a folder of its own without a score file: twice
+    // the sanitized build, and its plain twin when it is built.
     std::vector<std::string> drivers = {TestDriverPath(), TestDriverPath()};
 #ifdef QUARROW_PLAIN_DRIVER
     drivers.push_back(QUARROW_PLAIN_DRIVER);

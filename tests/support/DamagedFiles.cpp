@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <atomic>
 #include <fstream>
-#include <iterator>
 #include <vector>
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -17,11 +16,6 @@ extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*onAllocate)(cons
                                                          void (*onFree)(const volatile void*));
 extern "C" size_t __sanitizer_get_allocated_size(const volatile void* p);
 #endif
-
-std::string DamageReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
-}
 
 bool DamageWriteFile(const std::string& path, const std::string& bytes) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);

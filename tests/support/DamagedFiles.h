@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <string>
 
-std::string DamageReadFile(const std::string& path);
 bool DamageWriteFile(const std::string& path, const std::string& bytes);
 
 // The first `keep` bytes.

@@ -220,15 +220,12 @@ void GameScript::Release(unsigned char key) {
     Write("release " + KeyName(key));
     VXSeamInjectKey(key, false);
 }
-void GameScript::Click(int x, int y) {
-    Move(x, y);
+void GameScript::ClickWorld(float x, float y) {
+    MoveWorld(x, y);
     Frames(1); // the cursor arrives (and a release just before is seen) first
     Press(VX_KEY_LBUTTON);
     Frames(1);
     Release(VX_KEY_LBUTTON);
-}
-void GameScript::ClickWorld(float x, float y) {
-    Click((int)(x + 400.0f), (int)(300.0f - y));
 }
 void GameScript::Tap(unsigned char key) {
     Press(key);

@@ -1,24 +1,18 @@
-// GamePlay: plays the real game (its start-up, state loop and shutdown) on
-// the engine's virtual clock while a test script, running beside it on a
-// second thread, takes turns with it one presented frame at a time. The
-// script sees the game as it stands after each frame is drawn (before it is
-// shown), injects input as a player gives it (seen by the next frame), and
-// can run code on the game's own thread (captures, setting up a scene).
+// GamePlay: the real game (start-up, state loop, shutdown) on the engine's
+// virtual clock, with a test script on a second thread taking turns with it
+// one presented frame at a time. The script sees the game after each frame
+// is drawn (before it is shown), injects input (seen by the next frame) and
+// can run code on the game's thread.
 //
 //   GamePlay play;
 //   play.Run(GS_NEXT_SCREEN, 1, 1234, [](GameScript& s) {
 //       s.Until([] { return gGameStateCurr == GS_LEVEL; });
 //       s.ClickWorld(330, 250);
-//       ...
 //   });
 //
 // When the script returns, the window is closed and the game shuts down in
-// order; Run returns the number of frames presented. If the game ends on
-// its own first, every later call of the script returns false at once.
-//
-// Each run plays in a folder of its own whose Resources links to the
-// built pictures and sounds but keeps its own score file, so runs in
-// parallel never share one (GamePlay::ScoreFile names it).
+// order. Each run plays in a folder of its own whose Resources links to the
+// built files but keeps its own score file (GamePlay::ScoreFile).
 #pragma once
 
 #include <cstdio>
@@ -46,7 +40,6 @@ class GameScript {
     // Moves there and lets a frame pass, presses the left button and lets
     // the frame of the press pass, then releases it: the script goes on in
     // the frame that took the click.
-    void Click(int x, int y);
     void ClickWorld(float x, float y);
     // Presses and releases a key over two frames.
     void Tap(unsigned char key);
@@ -87,7 +80,8 @@ class GamePlay {
     // Starts the game, seeds its random numbers, and enters `state` with
     // gCurrentLevel = level instead of the splash screen (the splash screen
     // itself when state is GS_SPLASH_SCREEN). windowed: leave full screen
-    // after start-up, so one logical pixel is one screen pixel.
+    // after start-up, so one logical pixel is one screen pixel. Returns
+    // the frames presented.
     unsigned long Run(int state, int level, unsigned seed,
                       const std::function<void(GameScript&)>& script, bool windowed = false);
 

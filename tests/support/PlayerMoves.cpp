@@ -1,6 +1,7 @@
 // PlayerMoves: a player's mouse on the real game.
 #include "PlayerMoves.h"
 
+#include "Crystal.h"
 #include "GameStateManager.h"
 #include "Level.h"
 #include "MainMenu.h"
@@ -9,11 +10,14 @@
 #include "VXInput.h"
 #include "WaveSpawner.h"
 
+namespace {
+// True when the game's cursor stands on the world point.
 bool PlayerMouseAt(float x, float y) {
     float mx, my;
     MousePoint(&mx, &my);
     return mx == x && my == y;
 }
+} // namespace
 
 void PlayerHoverAt(GameScript& s, float x, float y) {
     for (int tries = 0; tries < 5 && (tries == 0 || !PlayerMouseAt(x, y)); ++tries)
@@ -71,6 +75,19 @@ bool PlayerPlaceTutorialTowers(GameScript& s) {
     const int other = PlayerFirstFreeTile({36, 34, 26, 24, 46, 44});
     if (third >= 0 && other >= 0) PlayerDragTile(s, third, other);
     return true;
+}
+
+bool PlayerLoseLevel(GameScript& s) {
+    if (s.Until([] { return gGameStateCurr == GS_LEVEL && !gWaveSpawner.monsterList.empty(); },
+                1200) < 0)
+        return false;
+    s.OnGameThread([] {
+        Monster& monster = *gWaveSpawner.monsterList.front();
+        monster.posX = tileList[45]->posX;
+        monster.posY = tileList[45]->posY;
+        LevelCrystal()->health = 5;
+    });
+    return s.Until([] { return gLevelLost; }, 600) >= 0;
 }
 
 bool PlayerIntoFirstWave(GameScript& s) {

@@ -9,8 +9,6 @@
 
 #include "GamePlay.h"
 
-// True when the game's cursor stands on the world point.
-bool PlayerMouseAt(float x, float y);
 // A window of another test appearing on the shared display makes the window
 // system report its own pointer for a frame: the pointer is brought back.
 void PlayerHoverAt(GameScript& s, float x, float y);
@@ -32,6 +30,9 @@ bool PlayerSkipSplashToMenu(GameScript& s);
 // goblins' road, the wave's own tower stands on its other side, as the
 // tutorial asks. The towers then beat both waves.
 bool PlayerPlaceTutorialTowers(GameScript& s);
+// Once monsters come: the first is carried next to the crystal, whose
+// health drops to 5, until the level is lost. False if it is not.
+bool PlayerLoseLevel(GameScript& s);
 // The road every fault test plays: the splash skipped, level 1 picked in
 // the menu, its towers placed, until its second wave starts.
 bool PlayerIntoFirstWave(GameScript& s);

@@ -96,6 +96,16 @@ std::string TestReadFile(const std::string& path) {
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
+std::string TestFileName(const std::string& path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+bool TestChannelPlaying(SoundChannel slot) {
+    bool playing = false;
+    ChannelIsPlaying(slot, &playing);
+    return playing;
+}
+
 int TestRunDriverAlone(const std::string& folder, const std::string& arguments, std::string& output,
                        const std::string& driver) {
     return TestRunCommand("cd '" + folder + "' && xvfb-run -a -s '-screen 0 800x600x24' '" +

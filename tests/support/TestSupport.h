@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Audio.h"
 #include "Tile.h"
 
 struct TestRgba {
@@ -63,6 +64,10 @@ int TestRunCommand(const std::string& command, std::string& output);
 
 // The whole file as it is on disk ("" when it cannot be read).
 std::string TestReadFile(const std::string& path);
+// A path's last part: the file name without its folder.
+std::string TestFileName(const std::string& path);
+// Whether a sound plays in the channel slot (paused counts as playing).
+bool TestChannelPlaying(SoundChannel slot);
 
 // Runs a driver (the sanitized one unless named) in the folder with the
 // arguments, on an 800 x 600 X display of its own, so its clicks never meet
