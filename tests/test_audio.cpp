@@ -41,12 +41,6 @@ Sound MakeTone(const std::string& dir, const char* name, float seconds,
     return sound;
 }
 
-bool Playing(SoundChannel channel) {
-    bool playing = false;
-    ChannelIsPlaying(channel, &playing);
-    return playing;
-}
-
 float Volume(SoundChannel channel) {
     float volume = -1.0f;
     ChannelGetVolume(channel, &volume);
@@ -73,7 +67,7 @@ TEST(Audio, BankSystemsPlayBeforeAnythingElseRuns) {
     ASSERT_NE(nullptr, gMenuSoundSystem);
     Sound menu = MakeTone(ScratchDir(), "menu.ogg", 1.0f, gMenuSoundSystem);
     AudioPlayIntoSlot(gMenuSoundSystem, menu, &gChannelMenu, true);
-    EXPECT_TRUE(Playing(gChannelMenu));
+    EXPECT_TRUE(TestChannelPlaying(gChannelMenu));
     // A sound belongs to the system it was made on.
     SoundChannel other;
     EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, SoundPlay(gLevelSoundSystem, menu, false, &other));
@@ -113,8 +107,8 @@ TEST(Audio, NewArrowPlaysBesideTheOldOneAndTheSlotNamesTheNewest) {
     SoundChannel first = gChannelArrow;
     AudioPlayIntoSlot(gLevelSoundSystem, arrow, &gChannelArrow, false);
     EXPECT_NE(first.id, gChannelArrow.id);
-    EXPECT_TRUE(Playing(first));
-    EXPECT_TRUE(Playing(gChannelArrow));
+    EXPECT_TRUE(TestChannelPlaying(first));
+    EXPECT_TRUE(TestChannelPlaying(gChannelArrow));
     // Pause and volume through the slot reach only the newest arrow.
     AudioChannelsSetPaused(true);
     ChannelSetVolume(gChannelArrow, 0.25f);
@@ -127,8 +121,8 @@ TEST(Audio, NewArrowPlaysBesideTheOldOneAndTheSlotNamesTheNewest) {
     EXPECT_FLOAT_EQ(1.0f, Volume(first));
     // Release stops every channel of the sound; the slots go stale.
     EXPECT_EQ(SOUND_OK, SoundRelease(arrow));
-    EXPECT_FALSE(Playing(first));
-    EXPECT_FALSE(Playing(gChannelArrow));
+    EXPECT_FALSE(TestChannelPlaying(first));
+    EXPECT_FALSE(TestChannelPlaying(gChannelArrow));
     EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, ChannelSetVolume(gChannelArrow, 1.0f));
     EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, SoundRelease(arrow));
     EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, SoundPlay(gLevelSoundSystem, arrow, false, &first));
@@ -140,8 +134,8 @@ TEST(Audio, LoopModeSetAfterPlayKeepsAShortSoundGoing) {
     AudioPlayIntoSlot(gLevelSoundSystem, blip, &looped, true);
     AudioPlayIntoSlot(gLevelSoundSystem, blip, &once, false);
     WaitMs(400);
-    EXPECT_TRUE(Playing(looped));
-    EXPECT_FALSE(Playing(once));
+    EXPECT_TRUE(TestChannelPlaying(looped));
+    EXPECT_FALSE(TestChannelPlaying(once));
     // An ended play is a free channel: calls on it do nothing.
     EXPECT_EQ(SOUND_ERR_INVALID_HANDLE, ChannelSetPaused(once, true));
     // Music kept going restarts only when its slot has gone quiet.
@@ -151,7 +145,7 @@ TEST(Audio, LoopModeSetAfterPlayKeepsAShortSoundGoing) {
     kept = once;
     AudioKeepPlaying(gLevelSoundSystem, blip, &kept);
     EXPECT_NE(once.id, kept.id);
-    EXPECT_TRUE(Playing(kept));
+    EXPECT_TRUE(TestChannelPlaying(kept));
     SoundRelease(blip);
 }
 
@@ -174,8 +168,8 @@ TEST(Audio, ThirtySeventhPlayTakesOverTheOldestChannel) {
     Sound tone = MakeTone(ScratchDir(), "tone.ogg", 2.0f);
     std::vector<SoundChannel> plays(37);
     for (SoundChannel& play : plays) SoundPlay(gLevelSoundSystem, tone, false, &play);
-    EXPECT_FALSE(Playing(plays[0]));
-    for (int i = 1; i < 37; i++) EXPECT_TRUE(Playing(plays[i])) << "play " << i;
+    EXPECT_FALSE(TestChannelPlaying(plays[0]));
+    for (int i = 1; i < 37; i++) EXPECT_TRUE(TestChannelPlaying(plays[i])) << "play " << i;
     SoundRelease(tone);
 }
 
