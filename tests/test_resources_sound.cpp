@@ -40,6 +40,8 @@ Decoded Decode(const std::string& file) {
     if (ov_fopen((TestResourcesDir() + "/" + file).c_str(), &vf) != 0) return d;
     d.rate = ov_info(&vf, -1)->rate;
     d.channels = ov_info(&vf, -1)->channels;
+    d.left.reserve(std::size_t(std::max<ogg_int64_t>(ov_pcm_total(&vf, -1), 0)));
+    d.right.reserve(d.left.capacity());
     int section = 0;
     float** pcm = nullptr;
     long n;
@@ -70,7 +72,10 @@ Loudness Measure(const Buffer& d, double fromSeconds = 0, double toSeconds = 1e9
     for (std::size_t at = from; at < to; at += kSoundRate / 10) {
         std::size_t end = std::min(at + kSoundRate / 10, to);
         frames.clear();
-        for (std::size_t i = at; i < end; ++i) frames.insert(frames.end(), {d.left[i], d.right[i]});
+        for (std::size_t i = at; i < end; ++i) {
+            frames.push_back(d.left[i]);
+            frames.push_back(d.right[i]);
+        }
         ebur128_add_frames_float(meter, frames.data(), end - at);
         double m, st;
         ebur128_loudness_momentary(meter, &m);
