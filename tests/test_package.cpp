@@ -1,14 +1,9 @@
 // CTest label: package
-// The Debian package as a player's computer meets it: the files it installs,
-// the desktop's validators and lintian, and its launcher, run from a copy
-// unpacked into a scratch root with scratch home folders.
-//
-// The package is built from this build folder by the package_build test, a
-// CTest fixture these cases wait for; a case run on its own builds it first.
-// Where a case needs to see the game's state, the unpacked game is replaced by
-// a stub that records how the launcher started it and then runs the driver
-// (the real game with its test seams) in its place; one case runs the
-// packaged game itself.
+// The Debian package as a player's computer meets it: its files, the
+// desktop's validators and lintian, and its launcher run from a copy unpacked
+// into a scratch root with scratch homes, the game replaced by a stub that
+// records how it was started and then runs the driver (one case runs the
+// packaged game itself). The package_build fixture builds the package.
 #include <gtest/gtest.h>
 
 #include <unistd.h>
