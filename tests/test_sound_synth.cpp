@@ -10,41 +10,63 @@
 
 #include <cmath>
 
-// The low-pass filter against the analytic response of a second-order
-// Butterworth under the bilinear transform, 1 / sqrt(1 + (w / wc)^4) with
-// w = tan(pi f / rate): DC passes, the cutoff is 3 dB down, a decade above
-// is about 40 dB down. Measured with a sine after the filter has settled.
-TEST(SoundSynth, LowPassFollowsButterworth) {
+namespace {
+
+// A buffer of `seconds` with the same sample(i) in both channels.
+template <class F> Buffer Signal(double seconds, F sample) {
+    Buffer b = MakeBuffer(Frames(seconds));
+    for (std::size_t i = 0; i < b.left.size(); ++i) b.left[i] = b.right[i] = float(sample(i));
+    return b;
+}
+
+double Sine(double frequency, std::size_t i) {
+    return std::sin(2 * M_PI * frequency * double(i) / 44100.0);
+}
+
+} // namespace
+
+// Filters against the analytic response of a second-order Butterworth under
+// the bilinear transform, with r = tan(pi f / rate) / tan(pi fc / rate): the
+// 1 kHz low-pass 1 / (1 + r^4) in power (-0.26 dB at 500 Hz, -3.01 at the
+// cutoff, -24.55 at 4 kHz, -43.32 at 10 kHz); the small-speaker curve, two
+// high-passes at 150 Hz, r^4 / (1 + r^4) squared: two octaves below
+// -48.2 dB, one below -24.6, at the corner -6.02, an octave above -0.53,
+// 1 kHz -0.004. Measured with sines over the second second.
+TEST(SoundSynth, LowPassAndSmallSpeakerFollowButterworth) {
     struct Case {
-        const char* name;
-        double frequency;
+        bool smallSpeaker;
+        double frequency, expectedDb, toleranceDb;
     };
-    const Case cases[] = {{"well below", 100},
-                          {"half the cutoff", 500},
-                          {"at the cutoff", 1000},
-                          {"two octaves above", 4000},
-                          {"a decade above", 10000}};
-    const double cutoff = 1000, rate = 44100;
+    const Case cases[] = {{false, 100, -0.0004, 0.05},   {false, 500, -0.262, 0.05},
+                          {false, 1000, -3.010, 0.05},   {false, 4000, -24.548, 0.05},
+                          {false, 10000, -43.316, 0.05}, {true, 37.5, -48.2, 0.2},
+                          {true, 75, -24.61, 0.05},      {true, 150, -6.02, 0.05},
+                          {true, 300, -0.53, 0.05},      {true, 1000, -0.004, 0.02}};
     for (const Case& c : cases) {
-        Svf filter;
-        double sum = 0;
-        const int n = 44100, settle = 22050;
-        for (int i = 0; i < n; ++i) {
-            float y =
-                filter.Low(float(std::sin(2 * M_PI * c.frequency * i / rate)), cutoff, 0.7071068);
-            if (i >= settle) sum += double(y) * y;
+        Buffer in = Signal(2.0, [&](std::size_t i) { return Sine(c.frequency, i); });
+        Buffer out = in;
+        if (c.smallSpeaker) {
+            out = SmallSpeaker(in);
+        } else {
+            Svf filter;
+            for (float& v : out.left) v = filter.Low(v, 1000, 0.7071068);
         }
-        double measured = 10 * std::log10(sum / (n - settle) / 0.5);
-        double ratio = std::tan(M_PI * c.frequency / rate) / std::tan(M_PI * cutoff / rate);
-        double expected = -10 * std::log10(1 + std::pow(ratio, 4));
-        EXPECT_NEAR(measured, expected, 0.05) << c.name;
+        double before = 0, after = 0;
+        for (std::size_t i = Frames(1.0); i < out.left.size(); ++i) {
+            before += double(in.left[i]) * in.left[i];
+            after += double(out.left[i]) * out.left[i];
+        }
+        double measured = 10 * std::log10(after / before);
+        EXPECT_NEAR(measured, c.expectedDb, c.toleranceDb)
+            << (c.smallSpeaker ? "small speaker" : "low-pass") << " at " << c.frequency
+            << " Hz: expected " << c.expectedDb << " dB, got " << measured;
     }
 }
 
 // Joining a rising ramp (sample i holds i) of 1000 + 100 samples into a
-// 1000-sample loop: the end is untouched (999) and the first sample is
-// almost entirely the ramp's continuation (1000 * cos(pi / 400) = 999.97),
-// so the loop steps from 999 to about 1000 like every other sample.
+// 1000-sample loop: the end is untouched (999), the first sample almost all
+// the ramp's continuation (1000 cos(pi / 400) = 999.97), sample 50 at fade
+// position 0.505 is 50 sin(0.505 pi / 2) + 1050 cos(0.505 pi / 2) = 772.2.
 TEST(SoundSynth, LoopJoinContinuesTheTail) {
     Buffer b = MakeBuffer(1100);
     for (int i = 0; i < 1100; ++i) b.left[i] = b.right[i] = float(i);
@@ -52,97 +74,69 @@ TEST(SoundSynth, LoopJoinContinuesTheTail) {
     ASSERT_EQ(b.left.size(), 1000u);
     EXPECT_FLOAT_EQ(b.left[999], 999.0f);
     EXPECT_NEAR(b.left[0], 999.97, 0.01);
-    // Sample 50 sits at fade position 0.505: weights sin(0.505 pi / 2) =
-    // 0.7127 on the head and cos(0.505 pi / 2) = 0.7015 on the tail, so
-    // 50 * 0.7127 + 1050 * 0.7015 = 772.2.
     EXPECT_NEAR(b.left[50], 772.2, 0.2);
     EXPECT_FLOAT_EQ(b.left[100], 100.0f);
 }
 
-// The limiter holds a lone spike under the ceiling; treating the sound as
-// a loop it also eases the gain at the far end, which plays right before
-// the spike, while a one-shot leaves its far end alone.
+// The limiter holds a lone spike under the ceiling and leaves samples far
+// from it alone; for a loop it also eases the far end, which plays right
+// before the spike, while a one-shot's far end is untouched.
 TEST(SoundSynth, LimiterHoldsCeilingAndWraps) {
-    struct Case {
-        const char* name;
-        bool circular;
-        bool endTouched;
-    };
-    const Case cases[] = {{"loop", true, true}, {"one-shot", false, false}};
-    for (const Case& c : cases) {
-        Buffer b = MakeBuffer(44100);
-        for (int i = 0; i < 44100; ++i) b.left[i] = b.right[i] = 0.05f;
-        b.left[0] = 1.0f;
-        Limit(b, -6.0, c.circular);
-        EXPECT_LE(b.left[0], 0.5012f) << c.name;
-        EXPECT_FLOAT_EQ(b.left[22050], 0.05f) << c.name << ": far from the spike";
-        EXPECT_EQ(b.left[44099] < 0.05f, c.endTouched) << c.name << ": " << b.left[44099];
+    for (bool circular : {true, false}) {
+        Buffer b = Signal(1.0, [](std::size_t i) { return i == 0 ? 1.0 : 0.05; });
+        Limit(b, -6.0, circular);
+        EXPECT_LE(b.left[0], 0.5012f) << circular;
+        EXPECT_FLOAT_EQ(b.left[22050], 0.05f) << circular << ": far from the spike";
+        EXPECT_EQ(b.left[44099] < 0.05f, circular) << circular << ": " << b.left[44099];
     }
 }
 
 // Mastering brings very different sounds to their family's loudness under
-// the same ceiling: quiet noise with loud clicks as an ambience, a
-// full-scale sine as music, and a short burst in silence as an effect,
-// judged by its loudest moment. Silence stays silence.
-TEST(SoundSynth, MasterLevelsEachFamilyUnderTheCeiling) {
+// the -2 dBFS ceiling: quiet noise with loud clicks as an ambience, a
+// full-scale sine as music, a short burst in silence as an effect, judged by
+// its loudest moment. A loop is limited round its seam: a spike on its first
+// sample eases the gain of its last samples too (a quiet 1 kHz square wave
+// shows the gain on every sample); music's end is left alone.
+TEST(SoundSynth, MasterLevelsEachFamilyAndLimitsLoopsRoundTheSeam) {
     struct Case {
         const char* name;
-        int signal;
         SoundKind kind;
         double loudness;
     };
-    const Case cases[] = {{"noise with clicks", 0, SoundKind::Loop, -23.0},
-                          {"loud sine", 1, SoundKind::Music, -18.0},
-                          {"short burst", 2, SoundKind::OneShot, -14.0}};
+    const Case cases[] = {{"noise with clicks", SoundKind::Loop, -23.0},
+                          {"loud sine", SoundKind::Music, -18.0},
+                          {"short burst", SoundKind::OneShot, -14.0}};
     for (const Case& c : cases) {
-        Buffer b = MakeBuffer(44100);
         Rng rng(3);
-        for (int i = 0; i < 44100; ++i) {
-            float v = 0;
-            if (c.signal == 0) v = 0.01f * rng.White() + (i % 5000 == 0 ? 0.9f : 0.0f);
-            if (c.signal == 1) v = float(std::sin(2 * M_PI * 440 * i / 44100.0));
-            if (c.signal == 2 && i >= 10000 && i < 14410) v = 0.3f * rng.White();
-            b.left[i] = b.right[i] = v;
-        }
+        Buffer b = Signal(1.0, [&](std::size_t i) -> double {
+            if (c.kind == SoundKind::Loop) return 0.01f * rng.White() + (i % 5000 ? 0.0f : 0.9f);
+            if (c.kind == SoundKind::Music) return Sine(440, i);
+            return i >= 10000 && i < 14410 ? 0.3f * rng.White() : 0.0f;
+        });
         Master(b, c.kind);
         EXPECT_LE(PeakDb(b), -2.0 + 1e-4) << c.name;
         EXPECT_NEAR(LoudnessOf(b, c.kind), c.loudness, 0.5) << c.name;
-    }
-    Buffer silence = MakeBuffer(44100);
-    Master(silence, SoundKind::Loop);
-    // Every sample exactly zero: a gain worked out from no loudness at all
-    // would turn them into NaN, which a peak reading would not show.
-    for (float v : silence.left) ASSERT_EQ(v, 0.0f) << "silence came out as " << v;
-}
-
-// A loop is mastered round its seam: a spike on its first sample eases the
-// gain of its last samples too, which play just before it; the end of a
-// piece of music is left alone. A quiet 1 kHz square wave shows the gain
-// on every sample.
-TEST(SoundSynth, MasterLimitsLoopsRoundTheSeam) {
-    struct Case {
-        const char* name;
-        SoundKind kind;
-        bool endEased;
-    };
-    const Case cases[] = {{"ambience loop", SoundKind::Loop, true},
-                          {"music", SoundKind::Music, false}};
-    for (const Case& c : cases) {
-        Buffer in = MakeBuffer(44100);
-        for (int i = 0; i < 44100; ++i) in.left[i] = in.right[i] = (i / 22) % 2 ? 0.05f : -0.05f;
-        in.left[0] = in.right[0] = 1.0f;
+        if (c.kind == SoundKind::OneShot) continue;
+        Buffer in = Signal(1.0, [](std::size_t i) {
+            return i == 0 ? 1.0 : (i / 22) % 2 ? 0.05 : -0.05;
+        });
         Buffer out = in;
         Master(out, c.kind);
         double middle = out.left[22050] / in.left[22050], end = out.left[44099] / in.left[44099];
-        EXPECT_EQ(end < 0.99 * middle, c.endEased)
+        EXPECT_EQ(end < 0.99 * middle, c.kind == SoundKind::Loop)
             << c.name << ": gain " << end << " at the end, " << middle << " in the middle";
     }
+    // Silence stays exactly zero: a gain worked out from no loudness at all
+    // would turn it into NaN, which a peak reading would not show.
+    Buffer silence = MakeBuffer(44100);
+    Master(silence, SoundKind::Loop);
+    for (float v : silence.left) ASSERT_EQ(v, 0.0f) << "silence came out as " << v;
 }
 
-// The generator's meter against tones whose loudness follows from the
-// standard's calibration by hand: a 997 Hz sine peaking at 0.1 (-20 dBFS)
-// in both channels reads -20.0 LUFS, in one channel 3 dB less (-23.0); a
-// 0.2 s burst of it fills half of the loudest 400 ms window (-23.0).
+// The meter against tones whose loudness follows from the standard's
+// calibration: a 997 Hz sine peaking at 0.1 (-20 dBFS) in both channels
+// reads -20.0 LUFS, in one channel 3 dB less; a 0.2 s burst of it fills half
+// of the loudest 400 ms window (-23.0).
 TEST(SoundSynth, MeterReadsReferenceTones) {
     struct Case {
         const char* name;
@@ -158,43 +152,13 @@ TEST(SoundSynth, MeterReadsReferenceTones) {
     for (const Case& c : cases) {
         Buffer b = MakeBuffer(Frames(5.0));
         for (std::size_t i = Frames(c.from); i < Frames(c.to); ++i) {
-            b.left[i] = float(0.1 * std::sin(2 * M_PI * 997 * double(i) / 44100.0));
+            b.left[i] = float(0.1 * Sine(997, i));
             if (c.bothChannels) b.right[i] = b.left[i];
         }
         if (!std::isnan(c.integrated)) {
             EXPECT_NEAR(IntegratedLoudness(b), c.integrated, 0.05) << c.name;
         }
         EXPECT_NEAR(LoudestMomentaryLoudness(b), c.loudestMomentary, 0.05) << c.name;
-    }
-}
-
-// The small-speaker curve: two second-order Butterworth high-passes at
-// 150 Hz give r^4 / (1 + r^4) with r the bilinear-warped frequency ratio,
-// worked out here for each row: two octaves below -48.2 dB, one octave
-// below -24.6 dB, at the corner -6.02 dB, an octave above -0.53 dB,
-// 1 kHz -0.004 dB.
-TEST(SoundSynth, SmallSpeakerCurve) {
-    struct Case {
-        double frequency, expectedDb, toleranceDb;
-    };
-    const Case cases[] = {{37.5, -48.2, 0.2},
-                          {75, -24.61, 0.05},
-                          {150, -6.02, 0.05},
-                          {300, -0.53, 0.05},
-                          {1000, -0.004, 0.02}};
-    for (const Case& c : cases) {
-        Buffer b = MakeBuffer(Frames(2.0));
-        for (std::size_t i = 0; i < b.left.size(); ++i)
-            b.left[i] = b.right[i] = float(std::sin(2 * M_PI * c.frequency * double(i) / 44100.0));
-        Buffer out = SmallSpeaker(b);
-        double in = 0, got = 0;
-        for (std::size_t i = Frames(1.0); i < out.left.size(); ++i) {
-            in += double(b.left[i]) * b.left[i];
-            got += double(out.left[i]) * out.left[i];
-        }
-        double measured = 10 * std::log10(got / in);
-        EXPECT_NEAR(measured, c.expectedDb, c.toleranceDb)
-            << c.frequency << " Hz: expected " << c.expectedDb << " dB, got " << measured;
     }
 }
 
