@@ -41,12 +41,6 @@ Sound MakeTone(const std::string& dir, const char* name, float seconds,
     return sound;
 }
 
-float Volume(SoundChannel channel) {
-    float volume = -1.0f;
-    ChannelGetVolume(channel, &volume);
-    return volume;
-}
-
 void WaitMs(int ms) {
     std::this_thread::sleep_for(std::chrono::milliseconds(ms));
 }
@@ -112,13 +106,10 @@ TEST(Audio, NewArrowPlaysBesideTheOldOneAndTheSlotNamesTheNewest) {
     // Pause and volume through the slot reach only the newest arrow.
     AudioChannelsSetPaused(true);
     ChannelSetVolume(gChannelArrow, 0.25f);
-    bool paused = false;
-    ChannelGetPaused(gChannelArrow, &paused);
-    EXPECT_TRUE(paused);
-    ChannelGetPaused(first, &paused);
-    EXPECT_FALSE(paused);
-    EXPECT_FLOAT_EQ(0.25f, Volume(gChannelArrow));
-    EXPECT_FLOAT_EQ(1.0f, Volume(first));
+    EXPECT_TRUE(TestChannelPaused(gChannelArrow));
+    EXPECT_FALSE(TestChannelPaused(first));
+    EXPECT_FLOAT_EQ(0.25f, TestChannelVolume(gChannelArrow));
+    EXPECT_FLOAT_EQ(1.0f, TestChannelVolume(first));
     // Release stops every channel of the sound; the slots go stale.
     EXPECT_EQ(SOUND_OK, SoundRelease(arrow));
     EXPECT_FALSE(TestChannelPlaying(first));
@@ -158,9 +149,9 @@ TEST(Audio, MuteSilencesThePlayingSlotsAndUnmuteRestoresThem) {
     AudioToggleMute();
     EXPECT_TRUE(gMuted);
     EXPECT_EQ(0.0f, gMasterVolume);
-    EXPECT_EQ(0.0f, Volume(gChannelAmbience));
+    EXPECT_EQ(0.0f, TestChannelVolume(gChannelAmbience));
     AudioToggleMute();
-    EXPECT_EQ(1.0f, Volume(gChannelAmbience));
+    EXPECT_EQ(1.0f, TestChannelVolume(gChannelAmbience));
     SoundRelease(ambience);
 }
 

@@ -43,11 +43,6 @@ int LoadingFrames(GameScript& s) {
     s.Until([] { return !gMenuLevelButtons.empty(); });
     return (int)s.FramesInState() - 1;
 }
-float Volume(SoundChannel channel) {
-    float volume = -1.0f;
-    ChannelGetVolume(channel, &volume);
-    return volume;
-}
 
 class FrontEnd : public ::testing::Test {
   protected:
@@ -171,19 +166,18 @@ TEST_F(FrontEnd, ExitDialogSilencesTheForestAndNoRestoresItMuteCarriesIntoTheLev
             // forest plays here).
             if (muted) PlayerClickAt(s, 300.0f, -35.0f); // mute
             PlayerClickAt(s, 300.0f, -230.0f);           // exit
-            bool paused = false;
-            ChannelGetPaused(gChannelMenu, &paused);
-            EXPECT_TRUE(paused && Volume(gChannelMenu) == 0.0f) << "muted " << muted;
+            EXPECT_TRUE(TestChannelPaused(gChannelMenu) && TestChannelVolume(gChannelMenu) == 0.0f)
+                << "muted " << muted;
             PlayerClickAt(s, 75.0f, -25.0f); // no
             EXPECT_EQ(gMasterVolume, muted ? 0.0f : 1.0f) << "muted " << muted;
-            EXPECT_EQ(Volume(gChannelMenu), muted ? 0.0f : 1.0f) << "muted " << muted;
+            EXPECT_EQ(TestChannelVolume(gChannelMenu), muted ? 0.0f : 1.0f) << "muted " << muted;
         }
         PlayerHoverAt(s, -150.0f, 150.0f);
         EXPECT_EQ(Look(*gMenuButtons[3]), "btnUnmuteU.png");
 
         PlayerClickAt(s, -350.0f, 50.0f); // level 1
         s.Until([] { return gGameStateCurr == GS_LEVEL; });
-        EXPECT_EQ(Volume(gChannelAmbience), 0.0f);
+        EXPECT_EQ(TestChannelVolume(gChannelAmbience), 0.0f);
         s.Tap(VX_KEY_ESCAPE);
         PlayerClickAt(s, 300.0f, 180.0f); // options
         EXPECT_EQ(Look(*gOptionsButtons[0]), "btnUnmuteU.png");

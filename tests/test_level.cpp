@@ -255,11 +255,6 @@ TEST_F(Level, PauseMenuOverlaysAndTheirButtons) {
                 s.Frames(frames);
                 return time == gCountdownTime;
             };
-            const auto channelPaused = [](SoundChannel slot) {
-                bool paused = false;
-                ChannelGetPaused(slot, &paused);
-                return paused;
-            };
 
             // Escape toggles at the end of the frame that sees the press: the
             // next frame is the first without an update.
@@ -274,13 +269,13 @@ TEST_F(Level, PauseMenuOverlaysAndTheirButtons) {
             EXPECT_TRUE(stillFor(20)) << "the countdown stands still while paused";
             EXPECT_TRUE(WasDrawn("3.png")) << "the countdown is still drawn";
             EXPECT_EQ(55, TilesDrawn()) << "the board (layout 5) is still drawn";
-            EXPECT_TRUE(channelPaused(gChannelAmbience)) << "the ambience holds";
+            EXPECT_TRUE(TestChannelPaused(gChannelAmbience)) << "the ambience holds";
             EXPECT_FALSE(WasDrawn("button-pauseU.png") || WasDrawn("button-pauseH.png"));
             s.Tap(VX_KEY_ESCAPE);
             s.Frames(1);
             EXPECT_FALSE(gPaused);
             EXPECT_FALSE(stillFor(1));
-            EXPECT_FALSE(channelPaused(gChannelAmbience));
+            EXPECT_FALSE(TestChannelPaused(gChannelAmbience));
 
             // The pause button's press is taken in the draw, after this
             // frame's update; the menu shows in the same frame.
@@ -311,22 +306,16 @@ TEST_F(Level, PauseMenuOverlaysAndTheirButtons) {
             EXPECT_TRUE(WasDrawn("btnOptionU.png"));
 
             // Options: mute reaches all six channel slots.
-            const char* names[6] = {"arrow", "ambience", "final wave", "menu", "lose", "win"};
-            SoundChannel* slots[6] = {&gChannelArrow, &gChannelAmbience, &gChannelFinalWave,
-                                      &gChannelMenu,  &gChannelLose,     &gChannelWin};
             s.OnGameThread([&] {
-                for (SoundChannel* slot : slots)
-                    AudioPlayIntoSlot(gLevelSoundSystem, gSoundArrow, slot, true);
+                for (const TestSoundSlot& entry : kTestSoundSlots)
+                    AudioPlayIntoSlot(gLevelSoundSystem, gSoundArrow, entry.slot, true);
             });
             s.ClickWorld(300, 180);
             EXPECT_TRUE(gOptionsOpen && WasDrawn("optionBG.png") && WasDrawn("btnMuteU.png"));
             s.ClickWorld(-75, -25);
             EXPECT_TRUE(gMuted);
-            for (int i = 0; i < 6; ++i) {
-                float volume = -1.0f;
-                EXPECT_EQ(SOUND_OK, ChannelGetVolume(*slots[i], &volume)) << names[i];
-                EXPECT_EQ(0.0f, volume) << names[i] << " muted";
-            }
+            for (const TestSoundSlot& entry : kTestSoundSlots)
+                EXPECT_EQ(0.0f, TestChannelVolume(*entry.slot)) << entry.name << " muted";
             s.Frames(1);
             EXPECT_TRUE(WasDrawn("btnUnmuteH.png")) << "the sound button now offers unmute";
             s.ClickWorld(-75, -25);

@@ -186,18 +186,14 @@ TEST_F(StateLoop, EscapeTogglesPauseOnceAPressInALevelOnly) {
 // each draw find them ('>' playing, 'P' held, 'x' not playing). The pause
 // menu goes up in draw 1 and down in draw 2; a dialog opens in draw 3 and
 // closes in draw 4; update 3 ends the run.
-SoundChannel* const kSlots[] = {&gChannelArrow, &gChannelAmbience, &gChannelFinalWave,
-                                &gChannelMenu,  &gChannelLose,     &gChannelWin};
 std::vector<std::string> gSeen;
 int gWatchUpdates = 0, gWatchDraws = 0;
 std::string SlotStates() {
     std::string states;
-    for (SoundChannel* slot : kSlots) {
-        bool paused = false, playing = false;
-        ChannelIsPlaying(*slot, &playing);
-        ChannelGetPaused(*slot, &paused);
-        states += !playing ? 'x' : paused ? 'P' : '>';
-    }
+    for (const TestSoundSlot& entry : kTestSoundSlots)
+        states += !TestChannelPlaying(*entry.slot) ? 'x'
+                  : TestChannelPaused(*entry.slot) ? 'P'
+                                                   : '>';
     return states;
 }
 
@@ -208,7 +204,8 @@ TEST_F(StateLoop, AnOverlayHoldsAllSixChannelsAndTheNextUpdateResumesThem) {
     ASSERT_TRUE(WriteToneOgg(tone, 0.5f, 1, 0.5f));
     Sound sound;
     ASSERT_EQ(SoundCreate(gLevelSoundSystem, tone.c_str(), &sound), SOUND_OK);
-    for (SoundChannel* slot : kSlots) AudioPlayIntoSlot(gLevelSoundSystem, sound, slot, true);
+    for (const TestSoundSlot& entry : kTestSoundSlots)
+        AudioPlayIntoSlot(gLevelSoundSystem, sound, entry.slot, true);
     gGameStateTable[A].update = [] {
         gSeen.push_back("update " + SlotStates());
         if (++gWatchUpdates == 3) gGameStateNext = GS_QUIT;

@@ -108,12 +108,8 @@ TEST_F(Towers, ShotPlaysTheArrowAtMasterVolumeAndAimsAtTheFirstMonster) {
     auto tower = MakeTower(1, {{-400.0f, 0.0f}, {0.0f, 100.0f}, {0.0f, 100.0f}});
     gMasterVolume = 0.0f;
     ASSERT_EQ(90, FramesToFirstShot(*tower, 200));
-    bool playing = false;
-    ChannelIsPlaying(gChannelArrow, &playing);
-    EXPECT_TRUE(playing);
-    float volume = -1.0f;
-    ChannelGetVolume(gChannelArrow, &volume);
-    EXPECT_EQ(0.0f, volume);
+    EXPECT_TRUE(TestChannelPlaying(gChannelArrow));
+    EXPECT_EQ(0.0f, TestChannelVolume(gChannelArrow));
     for (int i = 0; i < 10; ++i) Step(*tower);
     const Projectile& shot = *tower->projectiles.front();
     EXPECT_NEAR(-55.0f, shot.posX, 1e-3f) << "11 moves of 5 units towards the first monster";

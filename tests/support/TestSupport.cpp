@@ -106,6 +106,22 @@ bool TestChannelPlaying(SoundChannel slot) {
     return playing;
 }
 
+const TestSoundSlot kTestSoundSlots[6] = {
+    {&gChannelArrow, "arrow"}, {&gChannelAmbience, "ambience"}, {&gChannelFinalWave, "final wave"},
+    {&gChannelMenu, "menu"},   {&gChannelLose, "lose"},         {&gChannelWin, "win"}};
+
+bool TestChannelPaused(SoundChannel slot) {
+    bool paused = false;
+    ChannelGetPaused(slot, &paused);
+    return paused;
+}
+
+float TestChannelVolume(SoundChannel slot) {
+    float volume = -1.0f;
+    ChannelGetVolume(slot, &volume);
+    return volume;
+}
+
 int TestRunDriverAlone(const std::string& folder, const std::string& arguments, std::string& output,
                        const std::string& driver) {
     return TestRunCommand("cd '" + folder + "' && xvfb-run -a -s '-screen 0 800x600x24' '" +

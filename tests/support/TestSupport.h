@@ -68,6 +68,17 @@ std::string TestReadFile(const std::string& path);
 std::string TestFileName(const std::string& path);
 // Whether a sound plays in the channel slot (paused counts as playing).
 bool TestChannelPlaying(SoundChannel slot);
+// Whether the slot's sound is held (false when nothing plays in it).
+bool TestChannelPaused(SoundChannel slot);
+// The slot's volume; -1 when nothing plays in it.
+float TestChannelVolume(SoundChannel slot);
+// The game's six channel slots, written out here rather than taken from the
+// sound bank, so a slot the game forgets is one these tests still play into.
+struct TestSoundSlot {
+    SoundChannel* slot;
+    const char* name;
+};
+extern const TestSoundSlot kTestSoundSlots[6];
 
 // Runs a driver (the sanitized one unless named) in the folder with the
 // arguments, on an 800 x 600 X display of its own, so its clicks never meet
